@@ -46,7 +46,7 @@ void SocketStream::write(BytesView bytes) {
     if (sent >= 0) {
       bytes = bytes.subspan(static_cast<std::size_t>(sent));
     } else if (isGone(errno)) {
-      throw NoDevice(endReason());
+      throw NoDevice(endReason() + " without an answer");
     } else if (!isPassing(errno)) {
       throw NoDevice(name_ + ": " + std::strerror(errno));
     }
