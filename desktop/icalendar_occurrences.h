@@ -16,6 +16,11 @@ namespace desktop {
 /// 999), and an endless one over years enough for leap days and for clock changes.
 constexpr std::size_t kComparedOccurrences = 1000;
 
+/// The rule with its UNTIL by the clock of `start`: a DATE for dates, else a floating time, a day meaning its
+/// end. Calendar programs mix these up, and libical compares what it is given. One after the device's last
+/// year is none.
+icalrecurrencetype withComparableEnd(icalrecurrencetype rule, const icaltimetype& start);
+
 /// The first entries of a series as this computer's clock shows them, `limit` at most; none for a rule that
 /// is broken.
 std::vector<LocalTime> expand(const icalrecurrencetype& rule, const icaltimetype& start, std::size_t limit);
