@@ -6,6 +6,8 @@
 namespace desktop {
 namespace {
 
+constexpr std::size_t kMoreThanAYearOfDays = 400;
+
 /// Calls `use(LocalTime)` for one entry after another until it returns false or the series ends. The rule is
 /// walked by the clock of the series alone: within a zone the iterator doesn't find back from an hour that
 /// the clock skipped.
@@ -20,6 +22,11 @@ void walk(const icalrecurrencetype& rule, const icaltimetype& start, Use use) {
 }
 
 }  // namespace
+
+std::size_t comparedOccurrences(const icalrecurrencetype& rule) {
+  // One more than counted, so that a pattern that goes on too long is seen.
+  return rule.count > 0 ? static_cast<std::size_t>(rule.count) + 1 : kMoreThanAYearOfDays;
+}
 
 icalrecurrencetype withComparableEnd(icalrecurrencetype rule, const icaltimetype& start) {
   icaltimetype& until = rule.until;

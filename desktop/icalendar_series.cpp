@@ -52,7 +52,7 @@ void setEnd(Recurrence& pattern, const icalrecurrencetype& rule, const icaltimet
     pattern.occurrences = static_cast<std::uint32_t>(rule.count);
   } else if (icaltime_is_null_time(rule.until) == 0) {
     pattern.end = RecurrenceEnd::OnDate;
-    const bool whole = occurrences.size() < kComparedOccurrences;
+    const bool whole = occurrences.size() < comparedOccurrences(rule);
     std::chrono::sys_days day = lastDay(rule, start, occurrences.front());
     if (whole) day = std::max(day, dayOf(occurrences.back()));
     pattern.endDate = midnightOf(day);
@@ -62,7 +62,7 @@ void setEnd(Recurrence& pattern, const icalrecurrencetype& rule, const icaltimet
 std::vector<LocalTime> expandPattern(const Recurrence& pattern, const Appointment& first) {
   const icalrecurrencetype rule = icalrecurrencetype_from_string(ruleText(pattern, first.allDay).c_str());
   const icaltimetype start = first.allDay ? dateOf(first.start) : floatingOf(first.start);
-  return expand(rule, start, kComparedOccurrences);
+  return expand(rule, start, comparedOccurrences(rule));
 }
 
 bool onSameDays(const std::vector<LocalTime>& left, const std::vector<LocalTime>& right) {
@@ -98,7 +98,7 @@ int daysFromZoneToHere(const icaltimetype& start, const LocalTime& here) {
 Series readSeries(const icalrecurrencetype& rule, const icaltimetype& start, const Appointment& first) {
   checkLimits(rule);
   const icalrecurrencetype comparable = withComparableEnd(rule, start);
-  const std::vector<LocalTime> wanted = expand(comparable, start, kComparedOccurrences);
+  const std::vector<LocalTime> wanted = expand(comparable, start, comparedOccurrences(comparable));
   if (wanted.empty() || wanted.front() != first.start) refuse(rule, "the start is none of its occurrences");
 
   std::optional<Recurrence> pattern =
@@ -109,7 +109,8 @@ Series readSeries(const icalrecurrencetype& rule, const icaltimetype& start, con
   if (!onSameDays(wanted, held)) refuse(rule, "the device's pattern would fall on other days");
 
   Series series{*pattern, findShifted(wanted, held, first)};
-  const bool endless = pattern->end == RecurrenceEnd::Never || wanted.size() == kComparedOccurrences;
+  const bool endless =
+      pattern->end == RecurrenceEnd::Never || wanted.size() == comparedOccurrences(comparable);
   if (!series.shifted.empty() && (endless || series.shifted.size() > kMostShifted)) {
     refuse(rule,
            "its zone " + spellZone(start) + " shifts against this computer's in the course of the series");
