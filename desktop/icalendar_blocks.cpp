@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 
 #include "desktop/input_error.h"
@@ -30,11 +29,15 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
   return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-/// "BEGIN:VEVENT" with the key "BEGIN" gives "VEVENT"; any other line gives nothing.
-std::optional<std::string> valueOf(std::string_view line, std::string_view key) {
-  if (line.size() <= key.size() || line[key.size()] != ':') return std::nullopt;
-  if (upperCase(line.substr(0, key.size())) != key) return std::nullopt;
-  return upperCase(withoutTrailingBlanks(line.substr(key.size() + 1)));
+/// "Begin:VEvent" gives "BEGIN"; parameters are no part of it.
+std::string nameOf(std::string_view line) {
+  return upperCase(line.substr(0, line.find_first_of(":;")));
+}
+
+/// "Begin:VEvent" gives "VEVENT"; empty without a colon.
+std::string valueOf(std::string_view line) {
+  const std::size_t colon = line.find(':');
+  return colon == std::string_view::npos ? "" : upperCase(withoutTrailingBlanks(line.substr(colon + 1)));
 }
 
 class Splitter {
@@ -43,13 +46,14 @@ class Splitter {
 
   void take(std::string_view line) {
     ++line_;
-    if (const auto name = valueOf(line, "BEGIN")) {
-      begin(*name, line);
-    } else if (const auto ended = valueOf(line, "END")) {
-      end(*ended, line);
+    const std::string name = nameOf(line);
+    if (name == "BEGIN") {
+      begin(valueOf(line));
+    } else if (name == "END") {
+      end(valueOf(line));
     } else if (!open_.empty()) {
       append(line);
-    } else if (inCalendar_ && valueOf(line, "VERSION") == "1.0") {
+    } else if (inCalendar_ && name == "VERSION" && valueOf(line) == "1.0") {
       throw InputError(fileName_ + ":" + std::to_string(line_) +
                        ": vCalendar 1.0 is not read, only iCalendar 2.0");
     }
@@ -62,20 +66,20 @@ class Splitter {
   }
 
  private:
-  void begin(const std::string& name, std::string_view line) {
+  void begin(const std::string& name) {
     if (name == "VCALENDAR") {
       closeUnfinished();
       inCalendar_ = sawCalendar_ = true;
       return;
     }
-    if (!inCalendar_) return;
+    if (!inCalendar_ || name.empty()) return;
     if (std::find(kItemKinds.begin(), kItemKinds.end(), name) != kItemKinds.end()) closeUnfinished();
     if (open_.empty()) blocks_.push_back({name, line_, {}, true});
-    append(line);
+    append("BEGIN:" + name);
     open_.push_back(name);
   }
 
-  void end(const std::string& name, std::string_view line) {
+  void end(const std::string& name) {
     if (name == "VCALENDAR") {
       closeUnfinished();
       inCalendar_ = false;
@@ -84,10 +88,10 @@ class Splitter {
     if (open_.empty()) return;
     if (name == open_.front()) {
       closeNested();
-      append(line);
+      append("END:" + name);
       open_.clear();
     } else if (name == open_.back()) {
-      append(line);
+      append("END:" + name);
       open_.pop_back();
     } else {
       blocks_.back().complete = false;

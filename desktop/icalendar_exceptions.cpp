@@ -96,7 +96,7 @@ class ExceptionReader {
 
   /// The day and time here; for all-day series the date as it is written, whatever zone it claims.
   LocalTime namedTime(const icaltimetype& time) const {
-    return original().allDay ? midnightOf(dayOf(withoutZone(time))) : localOf(time);
+    return original().allDay ? midnightOf(dayOf(localOf(floating(time)))) : localOf(time);
   }
 
   void findOccurrences(const std::vector<icaltimetype>& deleted, const std::vector<Change>& changes) {

@@ -12,9 +12,14 @@
 
 namespace desktop {
 
-/// Series are compared over this many entries: every counted one is then compared whole (the device counts to
-/// 999), and an endless one over years enough for leap days and for clock changes.
-constexpr std::size_t kComparedOccurrences = 1000;
+/// Over how many entries a series is compared: a counted one whole, any other over so many that even a daily
+/// one passes every change of the clock and every month of a year.
+std::size_t comparedOccurrences(const icalrecurrencetype& rule);
+
+/// The rule with its UNTIL by the clock of `start`: a DATE for dates, else a floating time, a day meaning its
+/// end. Calendar programs mix these up, and libical compares what it is given. One after the device's last
+/// year is none.
+icalrecurrencetype withComparableEnd(icalrecurrencetype rule, const icaltimetype& start);
 
 /// The first entries of a series as this computer's clock shows them, `limit` at most; none for a rule that
 /// is broken.

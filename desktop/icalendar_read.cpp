@@ -1,6 +1,5 @@
 // Reading calendar files: which events belong together, and what becomes of each.
 #include <map>
-#include <optional>
 #include <utility>
 
 #include "desktop/icalendar.h"
@@ -21,6 +20,7 @@ struct FileItem {
   ComponentHandle component;  ///< null when the parser made nothing of it
   std::string uid;
   std::string where;
+  std::string fault;  ///< why it is no event to look at; empty when it is one
 
   bool isChange() const { return hasProperty(*component, ICAL_RECURRENCEID_PROPERTY); }
 };
@@ -46,7 +46,7 @@ class CalendarReader {
       if (block.complete) zones_.add(std::move(component));
       return;
     }
-    FileItem item{std::move(block), std::move(component), {}, {}};
+    FileItem item{std::move(block), std::move(component), {}, {}, {}};
     if (item.component) item.uid = uidOf(*item.component);
     item.where =
         fileName_ + ":" + std::to_string(item.block.line) + (item.uid.empty() ? "" : ": " + item.uid);
@@ -55,8 +55,12 @@ class CalendarReader {
 
   CalendarFile read() {
     group();
-    for (FileItem& item : items_) {
-      if (item.component && !isWithItsSeries(item)) attempt(item);
+    for (const FileItem& item : items_) {
+      if (!item.fault.empty()) {
+        refuse(item, item.fault);
+      } else if (!isWithItsSeries(item)) {
+        attempt(item);
+      }
     }
     return std::move(file_);
   }
@@ -71,33 +75,28 @@ class CalendarReader {
     file_.problems.push_back({item.where, std::move(why)});
   }
 
-  /// Finds the events of one UID; what is no whole event becomes a problem and is taken out.
+  /// Finds the events of one UID, and what is no event at all.
   void group() {
     for (FileItem& item : items_) {
-      if (const auto why = unusable(item)) {
-        refuse(item, *why);
-        item.component.reset();
-        continue;
-      }
-      if (item.uid.empty()) continue;
+      item.fault = faultOf(item);
+      if (!item.fault.empty() || item.uid.empty()) continue;
       Group& group = groups_[item.uid];
       if (item.isChange()) {
         group.changes.push_back({item.component.get(), item.where});
       } else if (group.master == nullptr) {
         group.master = &item;
       } else {
-        refuse(item, "its UID stands for another entry of the file, at line " +
-                         std::to_string(group.master->block.line));
-        item.component.reset();
+        item.fault = "its UID stands for another entry of the file, at line " +
+                     std::to_string(group.master->block.line);
       }
     }
   }
 
-  static std::optional<std::string> unusable(const FileItem& item) {
+  static std::string faultOf(const FileItem& item) {
     if (item.block.kind != "VEVENT") return item.block.kind + " is no calendar entry";
     if (!item.block.complete || !item.component)
       return "the event isn't closed: END:VEVENT is missing or misplaced";
-    return std::nullopt;
+    return {};
   }
 
   bool isWithItsSeries(const FileItem& item) const {

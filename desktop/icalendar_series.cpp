@@ -38,20 +38,22 @@ std::int64_t timeOfDay(const LocalTime& time) {
 }
 
 /// The last day on which an entry can be: an UNTIL earlier in its day than the entries are excludes that day.
-std::chrono::sys_days lastDay(const icalrecurrencetype& rule, const LocalTime& first) {
-  const LocalTime until = localOf(rule.until);
+std::chrono::sys_days lastDay(const icalrecurrencetype& rule, const icaltimetype& start,
+                              const LocalTime& first) {
+  const LocalTime until = localOf(inZoneOf(rule.until, start));
   const bool excluded = !rule.until.is_date && timeOfDay(until) < timeOfDay(first);
   return dayOf(until) - std::chrono::days(excluded ? 1 : 0);
 }
 
-void setEnd(Recurrence& pattern, const icalrecurrencetype& rule, const std::vector<LocalTime>& occurrences) {
+void setEnd(Recurrence& pattern, const icalrecurrencetype& rule, const icaltimetype& start,
+            const std::vector<LocalTime>& occurrences) {
   if (rule.count > 0) {
     pattern.end = RecurrenceEnd::AfterOccurrences;
     pattern.occurrences = static_cast<std::uint32_t>(rule.count);
   } else if (icaltime_is_null_time(rule.until) == 0) {
     pattern.end = RecurrenceEnd::OnDate;
-    const bool whole = occurrences.size() < kComparedOccurrences;
-    std::chrono::sys_days day = lastDay(rule, occurrences.front());
+    const bool whole = occurrences.size() < comparedOccurrences(rule);
+    std::chrono::sys_days day = lastDay(rule, start, occurrences.front());
     if (whole) day = std::max(day, dayOf(occurrences.back()));
     pattern.endDate = midnightOf(day);
   }
@@ -60,7 +62,7 @@ void setEnd(Recurrence& pattern, const icalrecurrencetype& rule, const std::vect
 std::vector<LocalTime> expandPattern(const Recurrence& pattern, const Appointment& first) {
   const icalrecurrencetype rule = icalrecurrencetype_from_string(ruleText(pattern, first.allDay).c_str());
   const icaltimetype start = first.allDay ? dateOf(first.start) : floatingOf(first.start);
-  return expand(rule, start, kComparedOccurrences);
+  return expand(rule, start, comparedOccurrences(rule));
 }
 
 bool onSameDays(const std::vector<LocalTime>& left, const std::vector<LocalTime>& right) {
@@ -88,46 +90,27 @@ std::vector<AppointmentException> findShifted(const std::vector<LocalTime>& want
 }
 
 int daysFromZoneToHere(const icaltimetype& start, const LocalTime& here) {
-  return static_cast<int>((dayOf(here) - dayOf(withoutZone(start))).count());
+  return static_cast<int>((dayOf(here) - dayOf(localOf(floating(start)))).count());
 }
 
 }  // namespace
 
-icalrecurrencetype withComparableEnd(icalrecurrencetype rule, const icaltimetype& start) {
-  icaltimetype& until = rule.until;
-  if (icaltime_is_null_time(until) != 0) return rule;
-  if (until.year > kLastYear) {
-    until = icaltime_null_time();
-  } else if (start.is_date) {
-    until = dateOf(withoutZone(until));
-  } else if (until.is_date) {
-    until.is_date = 0;
-    until.hour = 23;
-    until.minute = until.second = 59;
-    until.zone = start.zone;
-  } else if (until.zone == nullptr) {
-    until.zone = start.zone;
-  } else if (start.zone == nullptr) {
-    until = floatingOf(localOf(until));
-  }
-  return rule;
-}
-
 Series readSeries(const icalrecurrencetype& rule, const icaltimetype& start, const Appointment& first) {
   checkLimits(rule);
   const icalrecurrencetype comparable = withComparableEnd(rule, start);
-  const std::vector<LocalTime> wanted = expand(comparable, start, kComparedOccurrences);
+  const std::vector<LocalTime> wanted = expand(comparable, start, comparedOccurrences(comparable));
   if (wanted.empty() || wanted.front() != first.start) refuse(rule, "the start is none of its occurrences");
 
   std::optional<Recurrence> pattern =
       closestPattern(comparable, first.start, daysFromZoneToHere(start, first.start));
   if (!pattern) refuse(rule, "no pattern of the device comes near");
-  setEnd(*pattern, comparable, wanted);
+  setEnd(*pattern, comparable, start, wanted);
   const std::vector<LocalTime> held = expandPattern(*pattern, first);
   if (!onSameDays(wanted, held)) refuse(rule, "the device's pattern would fall on other days");
 
   Series series{*pattern, findShifted(wanted, held, first)};
-  const bool endless = pattern->end == RecurrenceEnd::Never || wanted.size() == kComparedOccurrences;
+  const bool endless =
+      pattern->end == RecurrenceEnd::Never || wanted.size() == comparedOccurrences(comparable);
   if (!series.shifted.empty() && (endless || series.shifted.size() > kMostShifted)) {
     refuse(rule,
            "its zone " + spellZone(start) + " shifts against this computer's in the course of the series");

@@ -20,9 +20,4 @@ struct Series {
 /// can't hold it.
 Series readSeries(const icalrecurrencetype& rule, const icaltimetype& start, const Appointment& first);
 
-/// The rule with its UNTIL in the terms of `start`: a DATE for dates, else a time of the same zone, a day
-/// meaning its end. Calendar programs mix them up, and libical compares what it is given. One after the
-/// device's last year is none.
-icalrecurrencetype withComparableEnd(icalrecurrencetype rule, const icaltimetype& start);
-
 }  // namespace desktop

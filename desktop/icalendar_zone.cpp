@@ -116,9 +116,14 @@ LocalTime localOf(const icaltimetype& time) {
   return local;
 }
 
-LocalTime withoutZone(icaltimetype time) {
-  time.zone = nullptr;
-  return localOf(time);
+icaltimetype inZoneOf(icaltimetype time, const icaltimetype& other) {
+  if (!time.is_date) icaltime_set_timezone(&time, other.zone);
+  return time;
+}
+
+icaltimetype floating(icaltimetype time) {
+  icaltime_set_timezone(&time, nullptr);
+  return time;
 }
 
 icaltimetype floatingOf(const LocalTime& time) {
@@ -173,9 +178,10 @@ LocalTime addSeconds(const LocalTime& time, std::int64_t seconds) {
 }
 
 std::string spellZone(const icaltimetype& time) {
-  if (icaltime_is_utc(time)) return "UTC";
-  const std::string name = copyText(icaltime_get_tzid(time));
-  return name.empty() ? "no zone" : name;
+  if (time.zone == nullptr) return "no zone";
+  auto* zone = const_cast<icaltimezone*>(time.zone);
+  const std::string location = copyText(icaltimezone_get_location(zone));
+  return location.empty() ? copyText(icaltimezone_get_tzid(zone)) : location;
 }
 
 }  // namespace desktop

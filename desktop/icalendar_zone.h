@@ -35,8 +35,11 @@ class ZoneTable {
 /// Throws ItemRefused outside the device's years.
 LocalTime localOf(const icaltimetype& time);
 
+/// The same reading of the clock in the zone of `other`, or floating as that is.
+icaltimetype inZoneOf(icaltimetype time, const icaltimetype& other);
+
 /// What the clock of the time's own zone shows.
-LocalTime withoutZone(icaltimetype time);
+icaltimetype floating(icaltimetype time);
 
 /// A floating time, or a DATE of the day.
 icaltimetype floatingOf(const LocalTime& time);
