@@ -1,7 +1,11 @@
 #include "desktop/appointment_record.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
+#include "desktop/appointment_difference.h"
+#include "desktop/appointment_json.h"
+#include "desktop/calendar_files.h"
 #include "desktop/device_error.h"
 #include "tests/desktop/wire_bytes.h"
 
@@ -169,6 +173,16 @@ TEST(AppointmentRecord, refusesATimeThatThereIsNot) {
 
 class HostileRecord : public testing::Test {
  protected:
+  /// All that is ever made of an entry that was read; a rule without meaning has no calendar file.
+  static void show(const Appointment& entry) {
+    toJson(entry);
+    compareAppointments(standup(), entry);
+    try {
+      calendarText(entry, u"PDA");
+    } catch (const DeviceRefusal&) {
+    }
+  }
+
   const Bytes whole = received(kNine, kQuarterPastNine, 1, 12) + u32(19) + weeklyBlock(1) + kNextMonday +
                       kNine + kQuarterPastNine + u32(0) + zeros(16) + u32(1) + u32(0) + u32(0) +
                       deviceText(u"Late");
@@ -192,7 +206,8 @@ TEST_F(HostileRecord, isReadOrRefusedWithAnyTwoBitsFlipped) {
       bytes[second / 8] ^= static_cast<std::uint8_t>(1u << second % 8);
       WireReader reader(bytes);
       try {
-        readAppointment(reader, 18);
+        const Appointment entry = readAppointment(reader, 18);
+        if (distance == 1) show(entry);
       } catch (const ProtocolError&) {
         ++refused;
       }
