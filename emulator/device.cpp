@@ -5,18 +5,20 @@ namespace {
 
 constexpr std::u16string_view kFreshFolders[] = {u"\\Windows", u"\\Temp", u"\\My Documents"};
 
+void fill(ObjectStore& store, const NewDevice& description) {
+  Configuration configuration(store.settings());
+  configuration.setOsVersion(description.osVersion);
+  configuration.setTimeZone(description.timeZone);
+  configuration.setModulePath(description.modulePath);
+  const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
+  FileTree files(store, clock);
+  for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
+}
+
 }  // namespace
 
 void Device::create(const std::string& path, const NewDevice& description) {
-  ObjectStore::create(path, [&description](ObjectStore& store) {
-    Configuration configuration(store.settings());
-    configuration.setOsVersion(description.osVersion);
-    configuration.setTimeZone(description.timeZone);
-    configuration.setModulePath(description.modulePath);
-    const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
-    FileTree files(store, clock);
-    for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
-  });
+  ObjectStore::create(path, [&description](ObjectStore& newStore) { fill(newStore, description); });
 }
 
 Device::Device(const std::string& path, const DeviceOptions& options)
