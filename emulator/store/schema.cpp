@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 
+#include "emulator/pim/item_schema.h"
 #include "emulator/store/store_schema.h"
 
 namespace emulator {
@@ -14,6 +15,7 @@ using Statements = std::span<const char* const>;
 /// A subsystem brings its tables as one array of statements and one entry here.
 constexpr std::array kSubsystems{
     Statements(kStoreSchema),
+    Statements(kItemSchema),
 };
 
 }  // namespace
