@@ -55,7 +55,8 @@ using HCURSOR = HICON;
 using HBRUSH = struct HBRUSH__*;
 using HGDIOBJ = void*;
 using HLOCAL = void*;
-using FARPROC = std::intptr_t (*)();
+/// Cast to the entry's own type before it is called.
+using FARPROC = void (*)();
 
 /// What CreateFileW, FindFirstFileW and CeOpenDatabaseEx2 return when they fail.
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(~std::uintptr_t{0});
