@@ -1,1 +1,10 @@
-namespace qorv {}
+#include "channel/module_state.h"
+
+namespace qorv {
+
+ModuleState& moduleState() {
+  static ModuleState state;
+  return state;
+}
+
+}  // namespace qorv

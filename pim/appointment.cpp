@@ -1,0 +1,31 @@
+#include "pim/appointment.h"
+
+#include "channel/host_context.h"
+#include "pim/appointment_reader.h"
+#include "pim/appointment_writer.h"
+#include "platform/appointment.h"
+
+namespace qorv {
+
+CCEAppointments::CCEAppointments()
+    : CQorvApiBase({olFolderCalendar, DataType::Appointment, &hostContext().appointmentLog}) {}
+
+bool CCEAppointments::ReadItemRecord(IDispatch* item, DWORD) {
+  auto& appointment = static_cast<IAppointment&>(*item);
+  const DWORD start = beginRecord();
+  AppointmentReader(application(), appointment, *this, recurrence_).read();
+  LONG oid = 0;
+  appointment.get_Oid(&oid);
+  endRecord(start, static_cast<DWORD>(oid));
+  return true;
+}
+
+bool CCEAppointments::WriteItemRecord(IDispatch* item, const BYTE* record, DWORD& consumed,
+                                      ItemReplyHeader& header) {
+  AppointmentWriter writer(application(), *this, recurrence_, record, header);
+  const bool whole = writer.write(static_cast<IAppointment&>(*item));
+  consumed = writer.consumed();
+  return whole;
+}
+
+}  // namespace qorv

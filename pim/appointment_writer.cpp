@@ -1,0 +1,184 @@
+#include "pim/appointment_writer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "pim/appointment.h"
+#include "pim/date_conversion.h"
+#include "pim/exceptions.h"
+#include "pim/long_body.h"
+#include "pim/recurrence.h"
+#include "platform/errors.h"
+#include "platform/windows.h"
+#include "service/item_access.h"
+
+namespace qorv {
+
+namespace tag = appointment_tag;
+
+template <HRESULT (IAppointment::*Put)(BSTR)>
+void AppointmentWriter::putText() {
+  const RequestText text = request_.ReadString(record_, position_);
+  (appointment_->*Put)(text.get());
+}
+
+/// The value's low 16 bits go in as they are, although the device itself sends 1 for true: desktops send
+/// 0xFFFF.
+template <HRESULT (IAppointment::*Put)(VARIANT_BOOL)>
+void AppointmentWriter::putFlag() {
+  (appointment_->*Put)(static_cast<VARIANT_BOOL>(request_.ReadDword(record_, position_)));
+}
+
+template <HRESULT (IAppointment::*Put)(LONG)>
+void AppointmentWriter::putNumber() {
+  (appointment_->*Put)(static_cast<LONG>(request_.ReadDword(record_, position_)));
+}
+
+template <HRESULT (IAppointment::*Put)(DATE)>
+void AppointmentWriter::putTime() {
+  const SYSTEMTIME time = request_.ReadSystemTime(record_, position_, TimeMode::KeepTime);
+  if (const auto date = toDate(application_, time)) (appointment_->*Put)(*date);
+}
+
+void AppointmentWriter::putSensitivity() {
+  const bool isPrivate = request_.ReadDword(record_, position_) == 1;
+  appointment_->put_Sensitivity(isPrivate ? olPrivate : olNormal);
+}
+
+void AppointmentWriter::putReminderMinutes() {
+  const DWORD step = retries_ >= kRetriesBeforeLaterStep ? kLaterReductionStep : kFirstReductionStep;
+  const DWORD minutes = request_.ReadDword(record_, position_) - retries_ * step;
+  appointment_->put_ReminderMinutesBeforeStart(static_cast<LONG>(minutes));
+}
+
+void AppointmentWriter::keepBody() {
+  body_ = request_.ReadString(record_, position_);
+  if (body_.length() < kLongBodyLength) appointment_->put_Body(body_.get());
+}
+
+void AppointmentWriter::keepRecurrence() {
+  const BYTE* bytes = request_.ReadBytes(record_, position_, kRecurrenceBlockSize);
+  if (!bytes) return;
+  block_.assign(RecurrenceBlock::Bytes(bytes, kRecurrenceBlockSize));
+  recurring_ = true;
+  const DWORD count = block_.number(RecurrenceBlock::kExceptionCount);
+  for (DWORD i = 0; i < count && !request_.requestCut(); ++i) {
+    exceptions_.push_back(readExceptionRecord(request_, record_, position_));
+  }
+}
+
+struct AppointmentWriter::Field {
+  DWORD tag;
+  void (AppointmentWriter::*read)();
+};
+
+// A tag that is not here has no value: the next word is the next tag.
+const AppointmentWriter::Field AppointmentWriter::kFields[] = {
+    {tag::kSubject, &AppointmentWriter::putText<&IAppointment::put_Subject>},
+    {tag::kLocation, &AppointmentWriter::putText<&IAppointment::put_Location>},
+    {tag::kCategories, &AppointmentWriter::putText<&IAppointment::put_Categories>},
+    {tag::kAllDayEvent, &AppointmentWriter::putFlag<&IAppointment::put_AllDayEvent>},
+    {tag::kSensitivity, &AppointmentWriter::putSensitivity},
+    {tag::kBusyStatus, &AppointmentWriter::putNumber<&IAppointment::put_BusyStatus>},
+    {tag::kReminderSet, &AppointmentWriter::putFlag<&IAppointment::put_ReminderSet>},
+    {tag::kReminderMinutes, &AppointmentWriter::putReminderMinutes},
+    {tag::kBody, &AppointmentWriter::keepBody},
+    {tag::kStart, &AppointmentWriter::putTime<&IAppointment::put_Start>},
+    {tag::kEnd, &AppointmentWriter::putTime<&IAppointment::put_End>},
+    {tag::kRecurrence, &AppointmentWriter::keepRecurrence},
+};
+
+/// Applies every field to the item in hand. False when the record ends too early.
+bool AppointmentWriter::applyFields() {
+  position_ = 0;
+  body_ = {};
+  recurring_ = false;
+  exceptions_.clear();
+  const DWORD count = request_.ReadDword(record_, position_);
+  for (DWORD i = 0; i < count && !request_.requestCut(); ++i) {
+    const DWORD fieldTag = request_.ReadDword(record_, position_);
+    const auto* field = std::ranges::find(kFields, fieldTag, &Field::tag);
+    if (field != std::ranges::end(kFields)) (this->*field->read)();
+  }
+  return !request_.requestCut();
+}
+
+void AppointmentWriter::applyRecurrence() {
+  if (!recurring_) {
+    appointment_->ClearRecurrencePattern();
+    return;
+  }
+  VARIANT_BOOL allDay = VARIANT_FALSE;
+  appointment_->get_AllDayEvent(&allDay);
+  if (allDay != VARIANT_FALSE) {
+    DATE start;
+    DATE end;
+    appointment_->get_Start(&start);
+    // The desktop sends back the end that it got, which is a day short.
+    if (SUCCEEDED(appointment_->get_End(&end))) appointment_->put_End(end + kOneDay);
+    appointment_->Save();
+  }
+  // A new item must exist before it can have a pattern.
+  if (header_.oid == 0) appointment_->Save();
+  if (FAILED(appointment_->GetRecurrencePattern(pattern_.put())) || !pattern_) return;
+  applyBlock(application_, *pattern_, block_);
+}
+
+HRESULT AppointmentWriter::applyAndSave() {
+  applyRecurrence();
+  return appointment_->Save();
+}
+
+/// A fresh object of the item for another try. False when there is none.
+bool AppointmentWriter::obtainAgain() {
+  pattern_.reset();
+  ObtainedItem again = header_.oid != 0 ? findItem(application_, DataType::Appointment, header_.oid)
+                                        : createItem(application_, DataType::Appointment);
+  obtained_ = std::move(again.item);
+  appointment_ = static_cast<IAppointment*>(obtained_.get());
+  return again.obtained;
+}
+
+/// The end that the desktop sends for an all-day item of several days is its last day.
+void AppointmentWriter::extendAllDayItem() {
+  VARIANT_BOOL allDay = VARIANT_FALSE;
+  appointment_->get_AllDayEvent(&allDay);
+  if (allDay == VARIANT_FALSE) return;
+  DATE start;
+  DATE end;
+  appointment_->get_Start(&start);
+  appointment_->get_End(&end);
+  if (std::trunc(end) - std::trunc(start) <= kOneDay) return;
+  appointment_->put_End(end + kOneDay);
+  appointment_->Save();
+}
+
+void AppointmentWriter::finish() {
+  extendAllDayItem();
+  if (!exceptions_.empty() && pattern_) applyExceptions(application_, *pattern_, exceptions_);
+  LONG oid = 0;
+  appointment_->get_Oid(&oid);
+  header_.oid = static_cast<DWORD>(oid);
+  WriteLongBody(application_, body_.get(), oid);
+}
+
+bool AppointmentWriter::write(IAppointment& appointment) {
+  appointment_ = &appointment;
+  if (!applyFields()) return false;
+  HRESULT saved = applyAndSave();
+  while (saved == E_INVALIDREMINDERTIME && retries_ < kMaxRetries) {
+    ++retries_;
+    if (!obtainAgain()) return true;
+    applyFields();
+    saved = applyAndSave();
+  }
+  if (SUCCEEDED(saved)) {
+    finish();
+  } else {
+    // The failure is the device user's to see; the desktop sees only that no OID came back.
+    MessageBoxW(nullptr, u"Save FAILED", u"INFO", MB_SETFOREGROUND);
+  }
+  return true;
+}
+
+}  // namespace qorv

@@ -1,0 +1,13 @@
+// The handler of tasks.
+#pragma once
+
+#include "service/api_base.h"
+
+namespace qorv {
+
+class CCETask : public CQorvApiBase {
+ public:
+  CCETask();
+};
+
+}  // namespace qorv
