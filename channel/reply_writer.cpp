@@ -23,7 +23,7 @@ bool ReplyWriter::fitsLimit(DWORD byteCount) {
 }
 
 bool ReplyWriter::fitsBuffer(DWORD size) {
-  const bool fits = buffer_->fits(responseLength_, size);
+  const bool fits = ResponseBuffer::fits(responseLength_, size);
   if (!fits) overflowed_ = bufferFull_ = true;
   return fits;
 }
@@ -40,7 +40,7 @@ bool ReplyWriter::WriteByte(BYTE value) {
 }
 
 bool ReplyWriter::WriteDword(DWORD value) {
-  std::array<BYTE, sizeof(DWORD)> bytes;
+  std::array<BYTE, sizeof(DWORD)> bytes{};
   storeDword(bytes.data(), value);
   return WriteBytes(bytes);
 }
@@ -69,8 +69,8 @@ bool ReplyWriter::WriteTaggedString(DWORD field, const WCHAR* text) {
 }
 
 bool ReplyWriter::WriteTaggedDword(DWORD field, DWORD value) {
-  std::array<BYTE, 2 * sizeof(DWORD)> bytes;
-  storeDword(&bytes[0], field);
+  std::array<BYTE, 2 * sizeof(DWORD)> bytes{};
+  storeDword(bytes.data(), field);
   storeDword(&bytes[4], value);
   if (!WriteBytes(bytes)) return false;
   ++listHeader_.fieldCount;
@@ -78,8 +78,8 @@ bool ReplyWriter::WriteTaggedDword(DWORD field, DWORD value) {
 }
 
 bool ReplyWriter::WriteTaggedSystemTime(DWORD field, const SYSTEMTIME& time) {
-  std::array<BYTE, sizeof(DWORD) + kSystemTimeSize> bytes;
-  storeDword(&bytes[0], field);
+  std::array<BYTE, sizeof(DWORD) + kSystemTimeSize> bytes{};
+  storeDword(bytes.data(), field);
   storeSystemTime(&bytes[4], time);
   if (!WriteBytes(bytes)) return false;
   ++listHeader_.fieldCount;

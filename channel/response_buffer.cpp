@@ -5,7 +5,7 @@
 
 namespace qorv {
 
-bool ResponseBuffer::fits(DWORD at, std::size_t size) const {
+bool ResponseBuffer::fits(DWORD at, std::size_t size) {
   return at <= kResponseBufferSize && size <= kResponseBufferSize - at;
 }
 

@@ -15,7 +15,7 @@ class ResponseBuffer {
   ResponseBuffer() : bytes_(std::make_unique<BYTE[]>(kResponseBufferSize)) {}
 
   [[nodiscard]] const BYTE* data() const { return bytes_.get(); }
-  [[nodiscard]] bool fits(DWORD at, std::size_t size) const;
+  [[nodiscard]] static bool fits(DWORD at, std::size_t size);
   /// False, and nothing is written, when the bytes would leave the buffer.
   bool write(DWORD at, std::span<const BYTE> bytes);
   /// `size` writable bytes at `at`, which must fit.

@@ -14,6 +14,8 @@ class ComPtr {
   ComPtr() = default;
   /// Takes over the caller's reference.
   explicit ComPtr(Interface* owned) : interface_(owned) {}
+  ComPtr(const ComPtr&) = delete;
+  ComPtr& operator=(const ComPtr&) = delete;
   ComPtr(ComPtr&& other) noexcept : interface_(other.detach()) {}
   ComPtr& operator=(ComPtr&& other) noexcept {
     std::swap(interface_, other.interface_);

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "emulator/store/store_schema.h"
+#include "emulator/system/file_schema.h"
+#include "emulator/system/registry_schema.h"
 
 namespace emulator {
 namespace {
@@ -14,6 +16,8 @@ using Statements = std::span<const char* const>;
 /// A subsystem brings its tables as one array of statements and one entry here.
 constexpr std::array kSubsystems{
     Statements(kStoreSchema),
+    Statements(kRegistrySchema),
+    Statements(kFileSchema),
 };
 
 }  // namespace

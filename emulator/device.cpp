@@ -1,0 +1,45 @@
+#include "emulator/device.h"
+
+namespace emulator {
+namespace {
+
+constexpr std::u16string_view kFreshFolders[] = {u"\\Windows", u"\\Temp", u"\\My Documents"};
+
+}  // namespace
+
+void Device::create(const std::string& path, const NewDevice& description) {
+  ObjectStore::create(path, [&description](ObjectStore& store) {
+    Configuration configuration(store.settings());
+    configuration.setOsVersion(description.osVersion);
+    configuration.setTimeZone(description.timeZone);
+    configuration.setModulePath(description.modulePath);
+    const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
+    FileTree files(store, clock);
+    for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
+  });
+}
+
+Device::Device(const std::string& path, const DeviceOptions& options)
+    : store(path),
+      configuration(store.settings()),
+      clock(store.settings(), options.hostClock, options.pace),
+      registry(store.connection(), handles),
+      fileTree(store, clock),
+      files(fileTree, handles, lastError),
+      searches(fileTree, handles, lastError),
+      tempFiles(fileTree, registry, clock, lastError),
+      windows(lastError),
+      processes(fileTree, windows, clock, handles, lastError),
+      messageBoxes(options.messages),
+      modules(configuration, lastError) {}
+
+void Device::commit() {
+  store.commit();
+}
+
+void Device::rollback() {
+  store.rollback();
+  clock.reload();
+}
+
+}  // namespace emulator

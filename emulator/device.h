@@ -1,0 +1,70 @@
+// One emulated device: everything it has, over one file.
+#pragma once
+
+#include <iostream>
+#include <string>
+
+#include "emulator/store/object_store.h"
+#include "emulator/system/clock.h"
+#include "emulator/system/configuration.h"
+#include "emulator/system/file_search.h"
+#include "emulator/system/file_system.h"
+#include "emulator/system/file_tree.h"
+#include "emulator/system/handle_table.h"
+#include "emulator/system/last_error.h"
+#include "emulator/system/message_boxes.h"
+#include "emulator/system/modules.h"
+#include "emulator/system/processes.h"
+#include "emulator/system/registry.h"
+#include "emulator/system/temp_files.h"
+#include "emulator/system/windows.h"
+
+namespace emulator {
+
+/// What a device is made with.
+struct NewDevice {
+  OsVersion osVersion;
+  TIME_ZONE_INFORMATION timeZone = utcZone();
+  std::u16string modulePath{kDefaultModulePath};
+  Clock::Source hostClock = hostTime;
+};
+
+/// How a device is opened.
+struct DeviceOptions {
+  Clock::Pace pace = Clock::Pace::Skipping;
+  Clock::Source hostClock = hostTime;
+  std::ostream& messages = std::cerr;  ///< where message boxes are reported; must outlive the device
+};
+
+/// The members use each other: a later one those before it.
+struct Device {
+  /// Makes a device file with the folders of a fresh device. Throws StoreError; see ObjectStore::create.
+  static void create(const std::string& path, const NewDevice& description);
+
+  /// Opens a device file. Throws StoreError; see ObjectStore.
+  explicit Device(const std::string& path, const DeviceOptions& options = {});
+  Device(const Device&) = delete;
+  Device& operator=(const Device&) = delete;
+
+  /// Makes what changed since the last commit permanent. Called before a reply leaves the device.
+  void commit();
+  /// Undoes what changed in the device file since the last commit. Open handles stay.
+  void rollback();
+
+  ObjectStore store;
+  LastError lastError;
+  HandleTable handles;
+  Configuration configuration;
+  Clock clock;
+  Registry registry;
+  FileTree fileTree;
+  FileSystem files;
+  FileSearch searches;
+  TempFiles tempFiles;
+  Windows windows;
+  Processes processes;
+  MessageBoxes messageBoxes;
+  Modules modules;
+};
+
+}  // namespace emulator

@@ -1,0 +1,55 @@
+// A remote-API stream for tests: reads from a script, in pieces of a given size, and keeps what is written.
+#pragma once
+
+#include <vector>
+
+#include "platform/rapi_stream.h"
+#include "tests/support/bytes.h"
+
+namespace test {
+
+class ScriptedStream final : public IRAPIStream {
+ public:
+  explicit ScriptedStream(Bytes script, ULONG pieceSize = ~ULONG{0})
+      : script_(std::move(script)), pieceSize_(pieceSize) {}
+
+  /// Every write as it came.
+  [[nodiscard]] const std::vector<Bytes>& writes() const { return writes_; }
+  /// The payloads of the length-prefixed messages that were written.
+  [[nodiscard]] std::vector<Bytes> replies() const;
+  /// The sizes that were asked for, call by call.
+  [[nodiscard]] const std::vector<ULONG>& readSizes() const { return readSizes_; }
+  [[nodiscard]] ULONG references() const { return references_; }
+  void failWritesFrom(std::size_t index) { firstFailingWrite_ = index; }
+
+  HRESULT QueryInterface(REFIID iid, void** object) override;
+  ULONG AddRef() override { return ++references_; }
+  ULONG Release() override { return --references_; }
+  HRESULT Read(void* buffer, ULONG count, ULONG* bytesRead) override;
+  HRESULT Write(const void* buffer, ULONG count, ULONG* bytesWritten) override;
+  HRESULT Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override;
+  HRESULT SetSize(ULARGE_INTEGER) override;
+  HRESULT CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override;
+  HRESULT Commit(DWORD) override;
+  HRESULT Revert() override;
+  HRESULT LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override;
+  HRESULT UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override;
+  HRESULT Stat(STATSTG*, DWORD) override;
+  HRESULT Clone(IStream**) override;
+  HRESULT SetRapiStat(RAPISTREAMFLAG, DWORD) override;
+  HRESULT GetRapiStat(RAPISTREAMFLAG, DWORD*) override;
+
+ private:
+  Bytes script_;
+  ULONG pieceSize_;
+  std::size_t position_ = 0;
+  std::size_t firstFailingWrite_ = ~std::size_t{0};
+  std::vector<Bytes> writes_;
+  std::vector<ULONG> readSizes_;
+  ULONG references_ = 1;
+};
+
+/// Length word and payload.
+Bytes frame(const Bytes& payload);
+
+}  // namespace test
