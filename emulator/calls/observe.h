@@ -6,6 +6,7 @@
 
 #include "emulator/calls/call_monitor.h"
 #include "emulator/calls/call_table.h"
+#include "emulator/calls/failure.h"
 #include "platform/errors.h"
 
 namespace emulator {
@@ -147,40 +148,6 @@ void forget(ObjectNames& names, T* closed) {
   names.forget(kindOf<T>(), closed);
 }
 
-template <typename R>
-R fromNumber(std::int64_t number) {
-  if constexpr (std::is_pointer_v<R>) {
-    return reinterpret_cast<R>(static_cast<std::intptr_t>(number));
-  } else {
-    return static_cast<R>(number);
-  }
-}
-
-/// What a call that isn't made returns: its failure. Pointers that it would hand out become null, everything
-/// else stays as it was.
-template <typename Row>
-typename Row::Result failed(ObservedCall& call, const typename Row::Arguments& arguments) {
-  using R = typename Row::Result;
-  forEachPlace<Row>([&]<std::size_t Place>() {
-    if constexpr (Row::template parameter<Place>().direction == Direction::Out &&
-                  std::is_pointer_v<std::remove_pointer_t<ArgumentType<Row, Place>>>) {
-      if (std::get<Place>(arguments) != nullptr) *std::get<Place>(arguments) = nullptr;
-    }
-  });
-  constexpr Failure kFailure = Row::failure();
-  const DWORD code = *call.fault();
-  if constexpr (kFailure.kind == Failure::Kind::Hresult || kFailure.kind == Failure::Kind::ErrorCode) {
-    return static_cast<R>(code);
-  } else {
-    call.setLastError(code);
-    if constexpr (kFailure.kind == Failure::Kind::Argument) {
-      return std::get<static_cast<std::size_t>(kFailure.value)>(arguments);
-    } else if constexpr (!std::is_void_v<R>) {
-      return fromNumber<R>(kFailure.value);
-    }
-  }
-}
-
 /// The device's answer, with the program's objects exchanged for the device's on the way in, and back on the
 /// way out.
 template <typename Row, typename Perform>
@@ -215,8 +182,9 @@ typename Row::Result observe(CallMonitor& monitor, std::string_view name,
   ObservedCall call(monitor, name);
   call.arguments([&](ValueEncoder& encoder) { observe_detail::encodeArguments<Row>(encoder, arguments); });
   const auto answer = [&]() -> R {
-    return call.fault() ? observe_detail::failed<Row>(call, arguments)
-                        : observe_detail::performed<Row>(monitor, arguments, perform);
+    return call.fault()
+               ? failed<Row>(arguments, *call.fault(), [&](DWORD error) { call.setLastError(error); })
+               : observe_detail::performed<Row>(monitor, arguments, perform);
   };
   if constexpr (std::is_void_v<R>) {
     answer();
