@@ -13,6 +13,9 @@ using Day = std::int32_t;
 inline constexpr Day kFirstDay = 0;
 inline constexpr Day kLastDay = 401768;
 
+/// 1900-01-01: appointments, tasks and reminders lie no earlier.
+inline constexpr Day kFirstPlannedDay = 2;
+
 constexpr Day dayOf(std::chrono::sys_days date) {
   constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
   return static_cast<Day>((date - kEpoch).count());
