@@ -15,6 +15,13 @@ void fill(ObjectStore& store, const NewDevice& description) {
   for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
 }
 
+LocalClock localClock(const Configuration& configuration, const Clock& clock) {
+  return [&configuration, &clock] {
+    // The clock is the host's: its time has a calendar form.
+    return *toDate(*systemTimeOf(configuration.timeZone().toLocal(clock.now())));
+  };
+}
+
 }  // namespace
 
 void Device::create(const std::string& path, const NewDevice& description) {
@@ -33,7 +40,8 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       windows(lastError),
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
-      modules(configuration, lastError) {}
+      modules(configuration, lastError),
+      objectModel(store, memory, localClock(configuration, clock)) {}
 
 void Device::commit() {
   store.commit();
