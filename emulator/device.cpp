@@ -1,5 +1,7 @@
 #include "emulator/device.h"
 
+#include "emulator/pim/local_clock.h"
+
 namespace emulator {
 namespace {
 
@@ -13,13 +15,6 @@ void fill(ObjectStore& store, const NewDevice& description) {
   const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
   FileTree files(store, clock);
   for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
-}
-
-LocalClock localClock(const Configuration& configuration, const Clock& clock) {
-  return [&configuration, &clock] {
-    // The clock is the host's: its time has a calendar form.
-    return *toDate(*systemTimeOf(configuration.timeZone().toLocal(clock.now())));
-  };
 }
 
 }  // namespace
@@ -41,7 +36,7 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       modules(configuration, lastError),
-      objectModel(store, memory, localClock(configuration, clock)) {}
+      objectModel(store, memory, localClock(clock, configuration)) {}
 
 void Device::commit() {
   store.commit();
