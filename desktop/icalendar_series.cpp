@@ -78,8 +78,8 @@ AppointmentException shiftedEntry(const LocalTime& begin, const Appointment& fir
   return entry;
 }
 
-/// The entries that begin at another hour than the pattern's. An hour that the clock skips is left to the
-/// device.
+/// The entries that begin at another hour than the pattern's. What the device makes of an hour that the clock
+/// skips is its own affair.
 std::vector<AppointmentException> findShifted(const std::vector<LocalTime>& wanted,
                                               const std::vector<LocalTime>& held, const Appointment& first) {
   std::vector<AppointmentException> shifted;
