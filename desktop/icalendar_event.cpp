@@ -191,7 +191,7 @@ void refuseBrokenTimes(icalcomponent& event) {
     const std::string remark = copyText(icalproperty_get_xlicerror(&property));
     for (const std::string_view name : kTimeProperties) {
       if (remark.find(" in " + std::string(name) + " property") == std::string::npos) continue;
-      const std::size_t value = remark.rfind(": ");
+      const std::size_t value = remark.find(": ");
       throw ItemRefused(std::string(name) + " can't be read" +
                         (value == std::string::npos ? "" : remark.substr(value)));
     }

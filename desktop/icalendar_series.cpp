@@ -29,8 +29,10 @@ constexpr std::size_t kMostShifted = 100;
 
 void checkLimits(const icalrecurrencetype& rule) {
   if (rule.freq < ICAL_DAILY_RECURRENCE) refuse(rule, "it repeats within a day");
-  if (rule.count > kMostOccurrences) refuse(rule, "it has more than 999 occurrences");
-  if (rule.interval > kLargestInterval) refuse(rule, "its interval is larger than 999");
+  if (rule.count > kMostOccurrences)
+    refuse(rule, "it has more than " + std::to_string(kMostOccurrences) + " occurrences");
+  if (rule.interval > kLargestInterval)
+    refuse(rule, "its interval is larger than " + std::to_string(kLargestInterval));
 }
 
 std::int64_t timeOfDay(const LocalTime& time) {

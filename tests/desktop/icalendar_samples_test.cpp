@@ -82,7 +82,7 @@ TEST_F(SampleCalendars, zones) {
   const CalendarFile inUtc = readSample("zones.ics");
   std::vector<std::string> expected = single;
   expected.push_back(
-      "87 Five Mondays in New York +2 [2 occurrences are at another hour here and kept as exceptions]");
+      "87 Five Mondays in New York +2 [occurrences at another hour here, kept as exceptions: 2]");
   EXPECT_EQ(summaryOf(inUtc), expected);
   EXPECT_THAT(problemsOf(inUtc),
               ElementsAre("95 recurrence rule FREQ=WEEKLY;BYDAY=FR can't be held by the device: its "
