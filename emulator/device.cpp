@@ -1,5 +1,10 @@
 #include "emulator/device.h"
 
+#include <stdexcept>
+
+#include "emulator/system/path_folders.h"
+#include "emulator/system/utf16.h"
+
 namespace emulator {
 namespace {
 
@@ -23,6 +28,9 @@ void Device::create(const std::string& path, const NewDevice& description) {
     const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
     FileTree files(store, clock);
     for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
+    if (const auto reason = makeModuleFolder(files, description.modulePath)) {
+      throw std::invalid_argument(toUtf8(description.modulePath) + ": " + *reason);
+    }
   });
 }
 
