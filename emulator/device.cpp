@@ -1,6 +1,10 @@
 #include "emulator/device.h"
 
+#include <stdexcept>
+
 #include "emulator/pim/local_clock.h"
+#include "emulator/system/path_folders.h"
+#include "emulator/system/utf16.h"
 
 namespace emulator {
 namespace {
@@ -15,6 +19,9 @@ void fill(ObjectStore& store, const NewDevice& description) {
   const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
   FileTree files(store, clock);
   for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
+  if (const auto reason = makeModuleFolder(files, description.modulePath)) {
+    throw std::invalid_argument(toUtf8(description.modulePath) + ": " + *reason);
+  }
 }
 
 }  // namespace

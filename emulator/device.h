@@ -41,7 +41,9 @@ struct DeviceOptions {
 
 /// The members use each other: a later one those before it.
 struct Device {
-  /// Makes a device file with the folders of a fresh device. Throws StoreError; see ObjectStore::create.
+  /// Makes a device file with the folders of a fresh device and the agent's. Throws StoreError, see
+  /// ObjectStore::create, and std::invalid_argument when no file can be at the module's path; nothing is left
+  /// at the path of the device file then.
   static void create(const std::string& path, const NewDevice& description);
 
   /// Opens a device file. Throws StoreError; see ObjectStore.

@@ -127,6 +127,10 @@ void ObjectStore::claim(Oid oid, ObjectKind kind) {
   connection_.run("INSERT OR REPLACE INTO object (oid, kind) VALUES (?, ?)", oid, kind);
 }
 
+void ObjectStore::reserve(Oid oid) {
+  connection_.run("INSERT OR IGNORE INTO object (oid, kind) VALUES (?, ?)", oid, kNoKind);
+}
+
 std::optional<ObjectKind> ObjectStore::kindOf(Oid oid) {
   Cursor row = connection_.query("SELECT kind FROM object WHERE oid = ?", oid);
   if (!row.next() || row.get<int>(0) == kNoKind) return std::nullopt;

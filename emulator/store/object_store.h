@@ -37,6 +37,8 @@ class ObjectStore {
   /// Gives an object the identifier that its maker chose. Throws StoreError when it is 0 or an object holds
   /// it.
   void claim(Oid oid, ObjectKind kind);
+  /// Keeps a free identifier from being allocated. It stays free to be claimed.
+  void reserve(Oid oid);
   /// What holds the identifier; nothing when it is free.
   std::optional<ObjectKind> kindOf(Oid oid);
   /// The object is gone. Its identifier is never allocated again.

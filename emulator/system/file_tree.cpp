@@ -97,6 +97,11 @@ DWORD FileTree::makeFolders(std::u16string_view path) {
   return ERROR_SUCCESS;
 }
 
+void FileTree::move(Oid oid, Oid folder, std::u16string_view name) {
+  store_.connection().run("UPDATE file SET parent = ?, name = ?, folded = ? WHERE oid = ?", folder, name,
+                          foldCase(name), oid);
+}
+
 void FileTree::remove(Oid oid) {
   while (const auto inside = nextChild(oid, 0)) remove(inside->oid);
   store_.connection().run("DELETE FROM file WHERE oid = ?", oid);

@@ -61,6 +61,9 @@ class FileTree {
                 std::optional<Oid> oid = std::nullopt);
   /// Makes the folders of a path that are missing. ERROR_SUCCESS, or why the path cannot be made.
   DWORD makeFolders(std::u16string_view path);
+  /// Puts a file or folder, with what is in it, into another folder or under another name. The place must be
+  /// free, and not within the folder itself.
+  void move(Oid oid, Oid folder, std::u16string_view name);
   /// A folder goes with everything in it.
   void remove(Oid oid);
 

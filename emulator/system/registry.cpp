@@ -90,6 +90,12 @@ bool Registry::put(std::u16string_view path, const RegistryValue& value) {
   return key.has_value();
 }
 
+bool Registry::remove(std::u16string_view path, std::u16string_view name) {
+  const auto key = makePath(path);
+  if (key) connection_.run("DELETE FROM registry_value WHERE key = ? AND folded = ?", *key, foldCase(name));
+  return key.has_value();
+}
+
 bool Registry::makeKey(std::u16string_view path) {
   return makePath(path).has_value();
 }

@@ -43,6 +43,8 @@ class Registry {
   /// For the device's keeper: sets a value of the key with that full path and makes the keys that are
   /// missing. False when the path does not begin with a predefined key's name or has an empty part.
   bool put(std::u16string_view path, const RegistryValue& value);
+  /// Removes a value, if it is there. False as for `put`.
+  bool remove(std::u16string_view path, std::u16string_view name);
   /// Makes the key alone. False as for `put`.
   bool makeKey(std::u16string_view path);
   /// The value of a key by its full path.

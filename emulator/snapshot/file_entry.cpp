@@ -1,0 +1,49 @@
+#include "emulator/snapshot/file_entry.h"
+
+#include <array>
+
+#include "emulator/snapshot/fields.h"
+#include "emulator/snapshot/values.h"
+
+namespace emulator {
+namespace {
+
+struct Reading {
+  FileEntry entry;
+  Ticks now;
+};
+
+bool readFlag(const JsonNode& node) {
+  return !node.isNull() && node.flag();
+}
+
+constexpr std::array kFields{
+    Field<Reading>{"path", [](Reading& to, const JsonNode& node) { to.entry.path = readText(node); }},
+    Field<Reading>{"oid",
+                   [](Reading& to, const JsonNode& node) {
+                     if (!node.isNull()) to.entry.oid = readOid(node);
+                   }},
+    Field<Reading>{"directory",
+                   [](Reading& to, const JsonNode& node) { to.entry.isFolder = readFlag(node); }},
+    Field<Reading>{"read_only",
+                   [](Reading& to, const JsonNode& node) { to.entry.isReadOnly = readFlag(node); }},
+    Field<Reading>{
+        "written",
+        [](Reading& to, const JsonNode& node) { to.entry.written = node.isNull() ? to.now : readUtc(node); }},
+    Field<Reading>{
+        "data",
+        [](Reading& to, const JsonNode& node) { to.entry.data = node.isNull() ? Bytes() : readBytes(node); }},
+    Field<Reading>{
+        "note",
+        [](Reading&, const JsonNode& node) { node.refuse("notes are not supported by this version"); }},
+};
+
+}  // namespace
+
+FileEntry readFileEntry(const JsonNode& node, Ticks now) {
+  Reading reading{{}, now};
+  readFields<Reading>(node, kFields, reading);
+  return std::move(reading.entry);
+}
+
+}  // namespace emulator
