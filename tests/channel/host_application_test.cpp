@@ -8,14 +8,17 @@
 namespace qorv {
 namespace {
 
-LRESULT answerNothing(HWND, UINT, WPARAM, LPARAM) { return 0; }
+LRESULT answerNothing(HWND, UINT, WPARAM, LPARAM) {
+  return 0;
+}
 
 class HostApplication : public emulator::test::DeviceTest {
  protected:
   HostApplication() { hostContext() = {}; }
 
   ATOM registerClass() {
-    return registerHostWindowClass({u"QorvClass", u"Qorv"}, answerNothing, emulator::Modules::agent(), u"QorvHost");
+    return registerHostWindowClass({u"QorvClass", u"Qorv"}, answerNothing, emulator::Modules::agent(),
+                                   u"QorvHost");
   }
 
   emulator::CurrentDevice current_{device()};
@@ -44,10 +47,11 @@ TEST_F(HostApplication, firstInstanceMakesAWindowAndTheNextDoesNot) {
 TEST_F(HostApplication, closeSwitchReachesTheWindowInEitherCase) {
   registerClass();
   int destroyed = 0;
-  device().windows.add({u"QorvClass", u"Qorv", 0, nullptr, [&](HWND, UINT message, WPARAM, LPARAM) -> LRESULT {
-                          if (message == WM_DESTROY) ++destroyed;
-                          return 0;
-                        }});
+  device().windows.add(
+      {u"QorvClass", u"Qorv", 0, nullptr, [&](HWND, UINT message, WPARAM, LPARAM) -> LRESULT {
+         if (message == WM_DESTROY) ++destroyed;
+         return 0;
+       }});
   for (const char16_t* commandLine : {u"/C", u"/c", u"-C", u"-c"}) {
     EXPECT_FALSE(showSingleInstance(emulator::Modules::agent(), 1, commandLine));
   }

@@ -36,7 +36,8 @@ TEST_F(HostContextTest, anOrdinaryDirectoryGivesTheBareNames) {
 }
 
 TEST_F(HostContextTest, aNumberedDirectoryOfThreeCharactersMarksEveryName) {
-  const HostContext& context = prepare(u"\\Program Files\\Qorv\\042\\QORVAPIMGR.dll", {u"QorvClass", u"Qorv"});
+  const HostContext& context =
+      prepare(u"\\Program Files\\Qorv\\042\\QORVAPIMGR.dll", {u"QorvClass", u"Qorv"});
   EXPECT_EQ(context.databaseSuffix, u"_042");
   EXPECT_EQ(context.registrySuffix, u"\\042");
   EXPECT_EQ(context.contractDatabase, u"\\QorvContracts_042");

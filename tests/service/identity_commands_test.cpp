@@ -53,7 +53,8 @@ TEST_P(UnreadableMachineId, isAnEmptyText) {
   EXPECT_EQ(reply(request(14, kContact)), hex("48000000 02000000 0000"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Calls, UnreadableMachineId, testing::Values("RegOpenKeyExW=5", "RegQueryValueExW=234"));
+INSTANTIATE_TEST_SUITE_P(Calls, UnreadableMachineId,
+                         testing::Values("RegOpenKeyExW=5", "RegQueryValueExW=234"));
 
 struct Version {
   DWORD major;
@@ -70,8 +71,9 @@ TEST_P(PlatformLevel, isOneFromThePlatformWithInkOn) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, PlatformLevel,
-                         testing::Values(Version{3, 0, 11170, 0}, Version{3, 0, 11171, 1}, Version{3, 0, 12000, 1},
-                                         Version{3, 1, 0, 0}, Version{3, 1, 99999, 0}, Version{2, 12, 99999, 0},
+                         testing::Values(Version{3, 0, 11170, 0}, Version{3, 0, 11171, 1},
+                                         Version{3, 0, 12000, 1}, Version{3, 1, 0, 0},
+                                         Version{3, 1, 99999, 0}, Version{2, 12, 99999, 0},
                                          Version{4, 0, 0, 1}, Version{4, 20, 14053, 1}, Version{5, 2, 0, 1}));
 
 TEST_F(IdentityCommands, platformLevelIsZeroWhenTheVersionCannotBeRead) {

@@ -26,8 +26,9 @@ class ItemCommands : public AgentTest {
 
 TEST_F(ItemCommands, addAnswersTheHeaderWithTheNewOidAndTenZeroBytes) {
   // 42 bytes: 2 command and type, 4 reference, 4 count, 4+4+4 subject "Hi", 4+16 start.
-  const Bytes bytes = hex("02 02 07000000 02000000 01000000 04000000 4800 6900 10000000"
-                          "D507 0300 0000 0E00 0900 0000 0000 0000");
+  const Bytes bytes =
+      hex("02 02 07000000 02000000 01000000 04000000 4800 6900 10000000"
+          "D507 0300 0000 0E00 0900 0000 0000 0000");
   ASSERT_EQ(bytes.size(), 42u);
   const Bytes answer = reply(bytes);
   ASSERT_EQ(answer.size(), 20u);
@@ -107,7 +108,8 @@ TEST_P(FailingFolder, countsAndEmptiesNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, FailingFolder,
-                         testing::Values("IPOutlookApp.GetDefaultFolder=0x80004005", "IFolder.get_Items=0x80004005",
+                         testing::Values("IPOutlookApp.GetDefaultFolder=0x80004005",
+                                         "IFolder.get_Items=0x80004005",
                                          "IPOutlookItemCollection.get_Count=0x80004005"));
 
 TEST_F(ItemCommands, deleteAllEmptiesTheFolderFromItsEnd) {
@@ -142,7 +144,8 @@ TEST_F(ItemCommands, typesWithoutAFolderAreRefused) {
 }
 
 TEST_F(ItemCommands, typesWithoutAWriterAnswerTheHeaderAloneWithStatusOne) {
-  const auto replies = session({request(2, kMail).u32(7), request(3, kInkNote).u32(8), request(7, kMail).u32(1)});
+  const auto replies =
+      session({request(2, kMail).u32(7), request(3, kInkNote).u32(8), request(7, kMail).u32(1)});
   EXPECT_EQ(replies[0], hex("00 01 00000000 07000000"));
   EXPECT_EQ(replies[1], hex("00 01 08000000 08000000"));
   EXPECT_EQ(replies[2], Bytes());

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-
 #include <set>
 
 #include "tests/support/agent_test.h"
@@ -34,7 +33,6 @@ TEST_F(ListingCommands, listsEveryItemFromTheFoldersEnd) {
   EXPECT_EQ(calls("IAppointment.QueryInterface")[0]["args"][0], "{FB8998D0-38F0-4D12-AC56-4EC8FCE9F3D5}");
 }
 
-
 class SkippedItem : public ListingCommands, public testing::WithParamInterface<const char*> {};
 
 TEST_P(SkippedItem, isLeftOutAndTheRestGoesOn) {
@@ -48,7 +46,8 @@ TEST_P(SkippedItem, isLeftOutAndTheRestGoesOn) {
 
 INSTANTIATE_TEST_SUITE_P(Calls, SkippedItem,
                          testing::Values("IPOutlookItemCollection.Item=0x80004005*1",
-                                         "IAppointment.QueryInterface=0x80004002*1", "IItem.get_Oid=0x80004005*1"));
+                                         "IAppointment.QueryInterface=0x80004002*1",
+                                         "IItem.get_Oid=0x80004005*1"));
 
 class FailingListing : public ListingCommands, public testing::WithParamInterface<const char*> {};
 
@@ -59,7 +58,8 @@ TEST_P(FailingListing, answersResultZero) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, FailingListing,
-                         testing::Values("IPOutlookApp.GetDefaultFolder=0x80004005", "IFolder.get_Items=0x80004005",
+                         testing::Values("IPOutlookApp.GetDefaultFolder=0x80004005",
+                                         "IFolder.get_Items=0x80004005",
                                          "IPOutlookItemCollection.get_Count=0x80004005"));
 
 TEST_F(ListingCommands, typesWithoutAFolderAnswerResultZero) {

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "platform/appointment.h"
 #include "platform/outlook.h"
+#include "platform/recurrence.h"
 #include "service/com_ptr.h"
 #include "tests/emulator/device_test.h"
 #include "tests/support/bytes.h"
@@ -23,7 +23,9 @@ inline constexpr unsigned kMail = 4;
 inline constexpr unsigned kInkNote = 5;
 
 /// Command and data type; the arguments follow.
-inline Bytes request(unsigned command, unsigned type) { return Bytes().u8(command).u8(type); }
+inline Bytes request(unsigned command, unsigned type) {
+  return Bytes().u8(command).u8(type);
+}
 
 /// After every test nothing that the platform handed out is left: objects, texts, blocks, handles.
 class AgentTest : public emulator::test::DeviceTest {
