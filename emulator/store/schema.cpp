@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 
+#include "emulator/pim/item_schema.h"
 #include "emulator/store/store_schema.h"
 #include "emulator/system/file_schema.h"
 #include "emulator/system/registry_schema.h"
@@ -18,6 +19,7 @@ constexpr std::array kSubsystems{
     Statements(kStoreSchema),
     Statements(kRegistrySchema),
     Statements(kFileSchema),
+    Statements(kItemSchema),
 };
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
+#include <variant>
 #include <vector>
 
 namespace emulator {
@@ -41,6 +42,7 @@ class Cursor {
   /// null.
   template <typename T>
   T get(int column) const;
+  bool isNull(int column) const;
 
  private:
   friend class Connection;
@@ -53,6 +55,8 @@ class Cursor {
       : statement_(std::move(statement)), idle_(&idle), file_(&file) {}
 
   template <typename T>
+  void bindNext(int& index, const T& value);
+  template <typename T>
   void bind(int index, const T& value);
   void bindInteger(int index, std::int64_t value);
   void bindReal(int index, double value);
@@ -61,7 +65,6 @@ class Cursor {
   void bindBlob(int index, ByteView value);
   void check(int result) const;
 
-  bool isNull(int column) const;
   std::int64_t integer(int column) const;
   double real(int column) const;
   std::u16string text(int column) const;
@@ -81,7 +84,8 @@ class Connection {
   Connection(const std::string& path, std::string name);
 
   /// The rows of a statement whose parameters are given in order: integers, enumerations, double, UTF-16 or
-  /// UTF-8 text, bytes, nullptr, or std::optional of these. Texts and bytes are copied.
+  /// UTF-8 text, bytes, nullptr, or std::optional or std::variant of these; a span of variants stands for as
+  /// many parameters. Texts and bytes are copied.
   template <typename... Values>
   Cursor query(std::string_view sql, const Values&... values);
 
@@ -130,6 +134,16 @@ template <typename T>
 struct IsOptional : std::false_type {};
 template <typename T>
 struct IsOptional<std::optional<T>> : std::true_type {};
+
+template <typename T>
+struct IsVariant : std::false_type {};
+template <typename... Types>
+struct IsVariant<std::variant<Types...>> : std::true_type {};
+
+template <typename T>
+struct IsSpanOfVariants : std::false_type {};
+template <typename... Types>
+struct IsSpanOfVariants<std::span<const std::variant<Types...>>> : std::true_type {};
 }  // namespace detail
 
 template <typename T>
@@ -154,9 +168,20 @@ T Cursor::get(int column) const {
 }
 
 template <typename T>
+void Cursor::bindNext(int& index, const T& value) {
+  if constexpr (detail::IsSpanOfVariants<T>::value) {
+    for (const auto& element : value) bind(++index, element);
+  } else {
+    bind(++index, value);
+  }
+}
+
+template <typename T>
 void Cursor::bind(int index, const T& value) {
   if constexpr (detail::IsOptional<T>::value) {
     if (value) bind(index, *value);
+  } else if constexpr (detail::IsVariant<T>::value) {
+    std::visit([&](const auto& held) { bind(index, held); }, value);
   } else if constexpr (std::is_same_v<T, std::nullptr_t>) {
     // A parameter that is left alone is null.
   } else if constexpr (std::is_integral_v<T> || std::is_enum_v<T>) {
@@ -176,7 +201,7 @@ template <typename... Values>
 Cursor Connection::query(std::string_view sql, const Values&... values) {
   Cursor cursor = use(sql);
   [[maybe_unused]] int index = 0;
-  (cursor.bind(++index, values), ...);
+  (cursor.bindNext(index, values), ...);
   return cursor;
 }
 

@@ -16,7 +16,7 @@ std::intptr_t registerServer() {
 class DeviceModules : public test::DeviceTest {
  protected:
   DeviceModules() {
-    modules().provide(u"pimstore.dll", {{u"DllRegisterServer", registerServer}});
+    modules().provide(u"pimstore.dll", {{u"DllRegisterServer", reinterpret_cast<FARPROC>(registerServer)}});
     std::fill_n(name_, MAX_PATH, u'#');
   }
 
@@ -45,7 +45,7 @@ TEST_F(DeviceModules, anEntryIsFoundByItsExactName) {
   const HMODULE module = modules().load(u"pimstore.dll");
   const FARPROC entry = modules().entry(module, u"DllRegisterServer");
   ASSERT_NE(entry, nullptr);
-  EXPECT_EQ(entry(), 7);
+  EXPECT_EQ(reinterpret_cast<decltype(&registerServer)>(entry)(), 7);
   EXPECT_EQ(modules().entry(module, u"dllregisterserver"), nullptr);
   EXPECT_EQ(lastError(), 127u);
 }

@@ -1,0 +1,75 @@
+#include "emulator/pim/folder_object.h"
+
+#include <algorithm>
+#include <span>
+
+#include "emulator/pim/item_factory.h"
+#include "emulator/pim/model_numbers.h"
+
+namespace emulator {
+
+FolderObject::FolderObject(ModelContext& context, ObjectKind kind)
+    : ComObject(context.live, ModelClass::Folder), context_(context), kind_(kind) {}
+
+HRESULT FolderObject::get_Items(IPOutlookItemCollection** items) {
+  if (items == nullptr) return E_POINTER;
+  *items = nullptr;
+  return atBoundary([&] {
+    *items = new ItemCollectionObject(context_, kind_);
+    return S_OK;
+  });
+}
+
+HRESULT FolderObject::get_DefaultItemType(int* type) {
+  if (type == nullptr) return E_POINTER;
+  *type = itemTypeOf(kind_);
+  return S_OK;
+}
+
+HRESULT FolderObject::SetProps(ULONG, WORD count, CEPROPVAL* values) {
+  if (values == nullptr || count == 0) return E_INVALIDARG;
+  const bool isKnown = std::ranges::all_of(std::span(values, count), [](const CEPROPVAL& value) {
+    return (value.propid | 0xFFFF) == (PIMPR_FOLDERNOTIFICATIONS | 0xFFFF);
+  });
+  return isKnown ? S_OK : E_INVALIDARG;
+}
+
+ItemCollectionObject::ItemCollectionObject(ModelContext& context, ObjectKind kind)
+    : ComObject(context.live, ModelClass::ItemCollection), context_(context), kind_(kind) {}
+
+HRESULT ItemCollectionObject::get_Count(int* count) {
+  if (count == nullptr) return E_POINTER;
+  return atBoundary([&] {
+    *count = oids_ ? static_cast<int>(oids_->size()) : context_.items.count(kind_);
+    return S_OK;
+  });
+}
+
+HRESULT ItemCollectionObject::Item(int index, IDispatch** item) {
+  if (item == nullptr) return E_POINTER;
+  *item = nullptr;
+  return atBoundary([&] {
+    const std::optional<std::size_t> place = placeOf(index);
+    if (!place) return E_INVALIDARG;
+    *item = makeItemObject(context_, kind_, (*oids_)[*place]);
+    return S_OK;
+  });
+}
+
+HRESULT ItemCollectionObject::Remove(int index) {
+  return atBoundary([&] {
+    const std::optional<std::size_t> place = placeOf(index);
+    if (!place) return E_INVALIDARG;
+    const Oid oid = (*oids_)[*place];
+    oids_->erase(oids_->begin() + static_cast<std::ptrdiff_t>(*place));
+    return context_.items.remove(oid) ? S_OK : E_FAIL;
+  });
+}
+
+std::optional<std::size_t> ItemCollectionObject::placeOf(int index) {
+  if (!oids_) oids_ = context_.items.list(kind_);
+  if (index < 1 || static_cast<std::size_t>(index) > oids_->size()) return std::nullopt;
+  return static_cast<std::size_t>(index) - 1;
+}
+
+}  // namespace emulator

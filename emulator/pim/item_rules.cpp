@@ -1,0 +1,129 @@
+#include "emulator/pim/item_rules.h"
+
+#include <algorithm>
+
+#include "platform/outlook.h"
+
+namespace emulator {
+namespace {
+
+constexpr std::size_t kReminderSet = appointmentProperty("ReminderSet");
+constexpr std::size_t kReminderMinutes = appointmentProperty("ReminderMinutesBeforeStart");
+constexpr std::size_t kFileAs = contactProperty("FileAs");
+constexpr std::size_t kFileAsPut = contactProperty("FileAsPut");
+constexpr std::size_t kComplete = taskProperty("Complete");
+constexpr std::size_t kDateCompleted = taskProperty("DateCompleted");
+
+bool isSet(double date) {
+  return date != kNoDate;
+}
+
+HRESULT checkText(const Property& property, const std::u16string& text) {
+  return text.size() > property.longest ? E_FIELDTOOLARGE : S_OK;
+}
+
+HRESULT checkDate(const Property& property, double date) {
+  if (!isSet(date)) return property.canBeUnset ? S_OK : E_INVALIDARG;
+  return date >= property.earliest && date < kLastDay + 1 ? S_OK : E_INVALIDARG;
+}
+
+HRESULT check(const Property& property, const PropertyValue& value) {
+  if (const auto* text = std::get_if<std::u16string>(&value)) return checkText(property, *text);
+  if (const auto* date = std::get_if<double>(&value)) return checkDate(property, *date);
+  if (const auto* number = std::get_if<std::int32_t>(&value)) {
+    return *number > property.greatest ? E_INVALIDARG : S_OK;
+  }
+  return S_OK;
+}
+
+// Nothing, unless both ends are there.
+double durationOf(const ItemRecord& appointment) {
+  const double start = appointment.get<double>(kStart);
+  const double end = appointment.get<double>(kEnd);
+  return isSet(start) && isSet(end) ? end - start : 0.0;
+}
+
+void moveEnd(ItemRecord& appointment, double start) {
+  if (!isSet(appointment.get<double>(kEnd))) return;
+  appointment.set(kEnd, roundToMillisecond(start + durationOf(appointment)));
+}
+
+void moveStart(ItemRecord& appointment, double end) {
+  const double start = appointment.get<double>(kStart);
+  if (!isSet(start) || end >= start) return;
+  appointment.set(kStart, roundToMillisecond(end - durationOf(appointment)));
+}
+
+// What else a put changes, before the value itself is put.
+void applyPut(ItemRecord& record, std::size_t place, const PropertyValue& value, const LocalClock& clock) {
+  const ObjectKind kind = record.table().kind;
+  if (kind == ObjectKind::Appointment && place == kStart) moveEnd(record, std::get<double>(value));
+  if (kind == ObjectKind::Appointment && place == kEnd) moveStart(record, std::get<double>(value));
+  if (kind == ObjectKind::Contact && place == kFileAs) record.set(kFileAsPut, true);
+  if (kind == ObjectKind::Task && place == kComplete && value != record.value(place)) {
+    record.set(kDateCompleted, std::get<bool>(value) ? static_cast<double>(dayAt(clock())) : kNoDate);
+  }
+}
+
+void spanWholeDays(ItemRecord& appointment) {
+  const double start = appointment.get<double>(kStart);
+  const double end = appointment.get<double>(kEnd);
+  if (!isSet(start) || !isSet(end)) return;
+  const double firstMidnight = dayAt(start);
+  appointment.set(kStart, firstMidnight);
+  appointment.set(kEnd, std::max(nextMidnight(end), firstMidnight + 1));
+}
+
+HRESULT prepareAppointment(ItemRecord& appointment) {
+  if (appointment.get<bool>(kAllDayEvent)) spanWholeDays(appointment);
+  const double start = appointment.get<double>(kStart);
+  if (!appointment.get<bool>(kReminderSet) || !isSet(start)) return S_OK;
+  const double reminder =
+      roundToMillisecond(start - appointment.get<std::int32_t>(kReminderMinutes) * kMinute);
+  return reminder < kFirstPlannedDay ? E_INVALIDREMINDERTIME : S_OK;
+}
+
+std::u16string composeFileAs(const ItemRecord& contact) {
+  const auto text = [&](std::size_t place) -> const std::u16string& {
+    return contact.get<std::u16string>(place);
+  };
+  const std::u16string& last = text(contactProperty("LastName"));
+  const std::u16string& first = text(contactProperty("FirstName"));
+  if (!last.empty() && !first.empty()) return last + u", " + first;
+  if (!last.empty() || !first.empty()) return last + first;
+  for (const std::size_t place : {contactProperty("CompanyName"), contactProperty("Email1Address"),
+                                  contactProperty("Email2Address"), contactProperty("Email3Address")}) {
+    if (!text(place).empty()) return text(place);
+  }
+  return {};
+}
+
+}  // namespace
+
+PimItem newItem(ObjectKind kind, const LocalClock& clock) {
+  PimItem item(kind);
+  if (kind == ObjectKind::Appointment) {
+    const double start = nextFullHour(clock());
+    item.properties.set(kStart, start);
+    item.properties.set(kEnd, roundToMillisecond(start + kHour));
+  }
+  return item;
+}
+
+HRESULT putProperty(ItemRecord& record, std::size_t place, PropertyValue value, const LocalClock& clock) {
+  const HRESULT result = check(record.property(place), value);
+  if (FAILED(result)) return result;
+  applyPut(record, place, value, clock);
+  record.set(place, std::move(value));
+  return S_OK;
+}
+
+HRESULT prepareForSave(ItemRecord& record) {
+  const ObjectKind kind = record.table().kind;
+  if (kind == ObjectKind::Appointment) return prepareAppointment(record);
+  if (kind == ObjectKind::Contact && !record.get<bool>(kFileAsPut))
+    record.set(kFileAs, composeFileAs(record));
+  return S_OK;
+}
+
+}  // namespace emulator

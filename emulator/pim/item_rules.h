@@ -1,0 +1,22 @@
+// What the object model does with values that are put into an item, and with an item that is saved.
+#pragma once
+
+#include "emulator/pim/pim_item.h"
+#include "emulator/pim/variant_time.h"
+#include "platform/errors.h"
+
+namespace emulator {
+
+/// An item as a user of the device would begin it: an appointment starts with the next full hour.
+PimItem newItem(ObjectKind kind, const LocalClock& clock);
+
+/// Puts a value of the property's type. An appointment's start takes its end along, an end before the start
+/// takes the start along, and completing a task dates the completion. On failure nothing changed:
+/// E_FIELDTOOLARGE for a text that is too long, E_INVALIDARG for a number or date out of range.
+HRESULT putProperty(ItemRecord& record, std::size_t place, PropertyValue value, const LocalClock& clock);
+
+/// Makes a record what the device keeps of it: an all-day appointment spans whole days, a contact that has no
+/// FileAs of its own gets one. E_INVALIDREMINDERTIME for a reminder before 1900-01-01.
+HRESULT prepareForSave(ItemRecord& record);
+
+}  // namespace emulator

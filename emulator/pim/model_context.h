@@ -1,0 +1,17 @@
+// What every object of the object model works with.
+#pragma once
+
+#include "emulator/pim/live_objects.h"
+#include "emulator/pim/pim_items.h"
+#include "emulator/pim/platform_memory.h"
+
+namespace emulator {
+
+struct ModelContext {
+  PimItems& items;
+  PlatformMemory& memory;
+  LocalClock clock;
+  LiveObjects live;
+};
+
+}  // namespace emulator
