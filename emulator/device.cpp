@@ -22,7 +22,7 @@ void Device::create(const std::string& path, const NewDevice& description) {
     FileTree files(store, clock);
     for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
     if (const auto reason = makeModuleFolder(files, description.modulePath)) {
-      throw std::invalid_argument(toUtf8(description.modulePath) + ": " + *reason);
+      throw std::invalid_argument('"' + toUtf8(description.modulePath) + "\": " + *reason);
     }
   });
 }

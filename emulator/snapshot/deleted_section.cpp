@@ -1,23 +1,25 @@
 // "deleted": identifiers of objects that go. A folder goes with what is in it.
+#include "emulator/snapshot/device_items.h"
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/values.h"
 
 namespace emulator {
 namespace {
 
-void removeObject(Device& device, const JsonNode& node) {
-  const Oid oid = readOid(node);
+/// Whether there was such an object.
+bool removeObject(Device& device, Oid oid) {
   const auto kind = device.store.kindOf(oid);
-  if (!kind) node.refuse("no object has this identifier");
-  if (*kind == ObjectKind::File || *kind == ObjectKind::Directory) {
-    device.fileTree.remove(oid);
-  }
+  if (kind != ObjectKind::File && kind != ObjectKind::Directory) return itemsOf(device).remove(oid);
+  device.fileTree.remove(oid);
+  return true;
 }
 
 }  // namespace
 
 void loadDeleted(Device& device, const JsonNode& node) {
-  node.forEachElement([&device](const JsonNode& oid) { removeObject(device, oid); });
+  node.forEachElement([&device](const JsonNode& entry) {
+    if (!removeObject(device, readOid(entry))) entry.refuse("no object has this identifier");
+  });
 }
 
 Json dumpDeleted(Device&) {
