@@ -10,6 +10,13 @@ namespace {
 
 constexpr std::u16string_view kFreshFolders[] = {u"\\Windows", u"\\Temp", u"\\My Documents"};
 
+LocalClock localClock(const Configuration& configuration, const Clock& clock) {
+  return [&configuration, &clock] {
+    // The clock is the host's: its time has a calendar form.
+    return *toDate(*systemTimeOf(configuration.timeZone().toLocal(clock.now())));
+  };
+}
+
 }  // namespace
 
 void Device::create(const std::string& path, const NewDevice& description) {
@@ -39,7 +46,8 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       windows(lastError),
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
-      modules(configuration, lastError) {}
+      modules(configuration, lastError),
+      objectModel(store, memory, localClock(configuration, clock)) {}
 
 void Device::commit() {
   store.commit();

@@ -4,8 +4,11 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/pim/host_memory.h"
+#include "emulator/pim/object_model.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/clock.h"
+#include "emulator/system/com_apartment.h"
 #include "emulator/system/configuration.h"
 #include "emulator/system/file_search.h"
 #include "emulator/system/file_system.h"
@@ -67,6 +70,9 @@ struct Device {
   Processes processes;
   MessageBoxes messageBoxes;
   Modules modules;
+  ComApartment com;
+  HostMemory memory;  ///< what the device's calls allocate for the agent
+  ObjectModel objectModel;
 };
 
 }  // namespace emulator

@@ -1,6 +1,9 @@
 // Text conversion, comparison and debugger output.
 #pragma once
 
+// Takes the address of the C library's wcstol, so it has to be read before there is a second one.
+#include <string>
+
 #include "platform/types.h"
 
 inline constexpr UINT CP_ACP = 0;

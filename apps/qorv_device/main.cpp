@@ -6,6 +6,7 @@
 #include "apps/qorv_device/create_command.h"
 #include "apps/qorv_device/dump_command.h"
 #include "apps/qorv_device/load_command.h"
+#include "apps/qorv_device/serve_command.h"
 
 using namespace qorv_device;
 
@@ -13,6 +14,7 @@ constexpr std::array kCommands{
     CommandRow{"create", "Make a device", defineCreate},
     CommandRow{"load", "Merge a snapshot into a device, as its user would change it", defineLoad},
     CommandRow{"dump", "Write a device as a snapshot, on standard output", defineDump},
+    CommandRow{"serve", "Run the agent on a device and serve desktops", defineServe},
 };
 
 int main(int argc, char** argv) {

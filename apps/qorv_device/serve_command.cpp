@@ -1,0 +1,137 @@
+#include "apps/qorv_device/serve_command.h"
+
+#include <cstdint>
+#include <iostream>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <unistd.h>
+
+#include "emulator/seam/current_device.h"
+#include "emulator/seam/libraries.h"
+#include "emulator/session/listener.h"
+#include "emulator/session/session.h"
+#include "emulator/session/stop_signals.h"
+
+namespace qorv_device {
+namespace {
+
+constexpr int kSessionFailed = 1;
+
+struct Options {
+  std::string device;
+  bool standardStreams = false;
+  std::string listen;
+  std::string agent;
+  std::uint64_t sessions = std::numeric_limits<std::uint64_t>::max();
+  std::string calls;
+  std::vector<std::string> faults;
+  bool realTime = false;
+};
+
+std::vector<emulator::FaultRule> faultRules(const std::vector<std::string>& texts) {
+  std::vector<emulator::FaultRule> rules;
+  for (const std::string& text : texts) rules.push_back(emulator::parseFaultRule(text));
+  return rules;
+}
+
+emulator::DeviceOptions deviceOptions(const Options& options) {
+  using Pace = emulator::Clock::Pace;
+  return {.pace = options.realTime ? Pace::RealTime : Pace::Skipping};
+}
+
+std::filesystem::path agentFile(const Options& options) {
+  if (options.agent.empty()) return emulator::AgentModule::besideProgram();
+  return options.agent;
+}
+
+/// Serves sessions with one device and one loaded agent.
+class Server {
+ public:
+  Server(const Options& options, std::vector<emulator::FaultRule> rules)
+      : device_(options.device, deviceOptions(options)),
+        current_(device_),
+        agent_(agentFile(options), emulator::Modules::agent()),
+        calls_(options.calls),
+        rules_(std::move(rules)) {
+    emulator::provideLibraries(device_);
+  }
+
+  /// Opens the call log, when there is to be one: the last thing that can keep sessions from being served.
+  void observe() {
+    if (calls_.empty() && rules_.empty()) return;
+    std::optional<emulator::CallLog> log;
+    if (!calls_.empty()) log.emplace(calls_);
+    monitor_.emplace(std::move(log), emulator::Faults(std::move(rules_)),
+                     [this](DWORD error) { device_.lastError.set(error); });
+  }
+
+  void serve(const emulator::Peer& peer) {
+    const HRESULT result = runSession(agent_, device_, monitor_ ? &*monitor_ : nullptr, peer);
+    if (result == S_OK) return;
+    std::cerr << "rsCeApiMgr returned 0x" << std::hex << static_cast<std::uint32_t>(result) << std::dec
+              << '\n';
+    failed_ = true;
+  }
+
+  /// The exit status, once everything was served.
+  int status() const {
+    if (monitor_) monitor_->checkLog();
+    return failed_ ? kSessionFailed : kSuccess;
+  }
+
+ private:
+  emulator::Device device_;
+  emulator::CurrentDevice current_;  ///< the agent may call the platform while it is attached and detached
+  emulator::AgentModule agent_;
+  std::string calls_;
+  std::vector<emulator::FaultRule> rules_;
+  std::optional<emulator::CallMonitor> monitor_;
+  bool failed_ = false;
+};
+
+void serveListener(Server& server, const emulator::Listener& listener, std::uint64_t sessions, int stop) {
+  std::cerr << "listening on " << listener.address() << std::endl;
+  for (; sessions > 0; --sessions) {
+    const auto desktop = listener.accept(stop);
+    if (!desktop) return;
+    server.serve(emulator::Peer(desktop->get(), desktop->get(), stop));
+  }
+}
+
+int serve(const Options& options) {
+  const emulator::StopSignals signals;
+  Server server(options, faultRules(options.faults));
+  if (options.standardStreams) {
+    server.observe();
+    server.serve(emulator::Peer(STDIN_FILENO, STDOUT_FILENO, signals.descriptor()));
+  } else {
+    const emulator::Listener listener(options.listen);
+    server.observe();
+    serveListener(server, listener, options.sessions, signals.descriptor());
+  }
+  return server.status();
+}
+
+}  // namespace
+
+Action defineServe(CLI::App& command) {
+  const auto options = std::make_shared<Options>();
+  command.add_option("DEVICE", options->device, "Device file")->required();
+  auto* const where = command.add_option_group("where");
+  where->add_flag("--stdio", options->standardStreams, "One session over standard input and output");
+  auto* const listen = where->add_option(
+      "--listen", options->listen, "One session after another; 127.0.0.1:PORT (0: any free) or unix:PATH");
+  where->require_option(1);
+  command.add_option("--agent", options->agent, "The agent to load [the one beside this program]");
+  command.add_option("--sessions", options->sessions, "How many sessions to serve [no end]")
+      ->needs(listen)
+      ->check(CLI::PositiveNumber);
+  command.add_option("--calls", options->calls, "Log every platform call of the agent to this file");
+  command.add_option("--fault", options->faults, "Make a call fail: CALL[#FIRST]=RESULT[*COUNT]")
+      ->allow_extra_args(false);
+  command.add_flag("--real-time", options->realTime, "Let sleeps of the device take their time");
+  return [options] { return serve(*options); };
+}
+
+}  // namespace qorv_device

@@ -1,0 +1,97 @@
+#include <memory>
+
+#include "apps/qorv_sync/commands.h"
+#include "desktop/calendar_push.h"
+#include "desktop/text.h"
+
+namespace qorv_sync {
+
+namespace {
+
+using Paths = std::vector<std::filesystem::path>;
+
+struct Tally {
+  std::size_t added = 0;
+  std::size_t changed = 0;
+  std::size_t failed = 0;
+  std::size_t different = 0;
+};
+
+void count(Tally& tally, const desktop::PushOutcome& outcome) {
+  if (outcome.oid == 0) {
+    ++tally.failed;
+  } else {
+    ++(outcome.changed ? tally.changed : tally.added);
+  }
+  if (!outcome.differences.empty()) ++tally.different;
+}
+
+nlohmann::json describe(const desktop::CalendarItem& item, const desktop::PushOutcome& outcome) {
+  nlohmann::json json{{"file", item.file},
+                      {"uid", item.entry.uid},
+                      {"subject", desktop::toUtf8(item.entry.appointment.subject)},
+                      {"oid", outcome.oid},
+                      {"action", outcome.oid == 0  ? "failed"
+                                 : outcome.changed ? "changed"
+                                                   : "added"},
+                      {"notes", outcome.notes},
+                      {"differences", nlohmann::json::array()}};
+  for (const desktop::Difference& difference : outcome.differences) {
+    json["differences"].push_back(
+        {{"property", difference.property}, {"sent", difference.sent}, {"device", difference.device}});
+  }
+  return json;
+}
+
+void tell(Report& report, const desktop::CalendarItem& item, const desktop::PushOutcome& outcome) {
+  const std::string name = item.file + ": " + desktop::quoted(item.entry.appointment.subject) + ": ";
+  if (outcome.oid != 0) {
+    report.say(name + (outcome.changed ? "changed " : "added as ") + std::to_string(outcome.oid));
+  }
+  for (const std::string& note : outcome.notes) report.say(name + "note: " + note);
+  if (!outcome.failure.empty()) report.fail(name + outcome.failure);
+  for (const desktop::Difference& difference : outcome.differences) {
+    report.fail(name + desktop::spell(difference));
+  }
+  report.data()["items"].push_back(describe(item, outcome));
+}
+
+void sayTally(Report& report, const Tally& tally, std::size_t skipped) {
+  std::string line = std::to_string(tally.added) + " added, " + std::to_string(tally.changed) + " changed";
+  const auto add = [&](std::size_t number, const char* what) {
+    if (number > 0) line += ", " + std::to_string(number) + what;
+  };
+  add(tally.failed, " failed");
+  add(skipped, " skipped");
+  add(tally.different, " not held as sent");
+  report.say(line);
+}
+
+void push(Run& run, const Paths& paths) {
+  const desktop::CalendarItems calendar = desktop::readCalendarFiles(paths);
+  desktop::Session& session = run.connect();
+  run.report.data()["items"] = nlohmann::json::array();
+  for (const desktop::CalendarProblem& problem : calendar.problems) {
+    run.report.fail(problem.where + ": " + problem.what);
+  }
+  Tally tally;
+  std::size_t done = 0;
+  desktop::pushCalendar(session, calendar.items,
+                        [&](const desktop::CalendarItem& item, const desktop::PushOutcome& outcome) {
+                          count(tally, outcome);
+                          tell(run.report, item, outcome);
+                          run.report.progress("sending " + std::to_string(++done) + " of " +
+                                              std::to_string(calendar.items.size()));
+                        });
+  sayTally(run.report, tally, calendar.problems.size());
+}
+
+}  // namespace
+
+Action definePush(CLI::App& command) {
+  const auto paths = std::make_shared<Paths>();
+  command.add_option("PATH", *paths, "Calendar files, or folders with .ics files in them")->required();
+  return [paths](Run& run) { push(run, *paths); };
+}
+
+}  // namespace qorv_sync

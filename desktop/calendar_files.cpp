@@ -1,0 +1,75 @@
+#include "desktop/calendar_files.h"
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+
+#include "desktop/calendar_uid.h"
+#include "desktop/device_error.h"
+#include "desktop/input_error.h"
+#include "desktop/local_file.h"
+
+namespace desktop {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isCalendarName(const fs::path& path) {
+  std::string extension = path.extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(), [](char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+  });
+  return extension == ".ics";
+}
+
+std::vector<fs::path> calendarFilesIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    if (isCalendarName(entry->path()) && entry->is_regular_file()) files.push_back(entry->path());
+  }
+  if (error) throw InputError(folder.string() + ": " + error.message());
+  if (files.empty()) throw InputError(folder.string() + ": no .ics file in this folder");
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+void readInto(CalendarItems& all, const fs::path& path) {
+  CalendarFile file = readCalendar(readTextFile(path), path.string());
+  for (CalendarEntry& entry : file.entries) all.items.push_back({path.string(), std::move(entry)});
+  std::move(file.problems.begin(), file.problems.end(), std::back_inserter(all.problems));
+}
+
+}  // namespace
+
+CalendarItems readCalendarFiles(std::span<const fs::path> paths) {
+  CalendarItems all;
+  for (const fs::path& path : paths) {
+    if (fs::is_directory(path)) {
+      for (const fs::path& file : calendarFilesIn(path)) readInto(all, file);
+    } else {
+      readInto(all, path);
+    }
+  }
+  return all;
+}
+
+std::string calendarText(const Appointment& appointment, std::u16string_view deviceIdentity) {
+  try {
+    return writeCalendar(appointment, calendarUid(deviceIdentity, appointment.oid));
+  } catch (const std::invalid_argument& error) {
+    throw DeviceRefusal(error.what());
+  }
+}
+
+fs::path makeCalendarFolder(const fs::path& folder) {
+  const fs::path calendar = folder / "calendar";
+  std::error_code error;
+  fs::create_directories(calendar, error);
+  if (error) throw InputError(calendar.string() + ": " + error.message());
+  return calendar;
+}
+
+}  // namespace desktop

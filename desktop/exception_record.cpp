@@ -1,0 +1,71 @@
+#include "desktop/exception_record.h"
+
+#include <array>
+
+#include "desktop/all_day_end.h"
+#include "desktop/device_error.h"
+#include "desktop/local_time.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr std::uint32_t kUnchanged = 0xFFFFFFFF;
+constexpr std::uint32_t kReminderOn = 0x0000FFFF;
+
+constexpr std::array kTexts{&AppointmentException::subject, &AppointmentException::location,
+                            &AppointmentException::body};
+
+std::uint32_t reminderWord(const std::optional<bool>& set) {
+  if (!set) return kUnchanged;
+  return *set ? kReminderOn : 0;
+}
+
+LocalTime knownTime(const LocalTime& time, const char* what) {
+  if (!isValid(time)) throw ProtocolError(std::string("an exception has no valid ") + what);
+  return time;
+}
+
+}  // namespace
+
+void writeException(WireWriter& writer, const AppointmentException& exception, bool allDay) {
+  writer.time(exception.originalDate);
+  writer.time(exception.start);
+  writer.time(exception.deleted ? exception.end : exceptionEndToSend(exception.end, allDay));
+  writer.number(exception.deleted ? 1 : 0);
+  writer.number(kUnchanged);
+  writer.number(reminderWord(exception.reminderSet));
+  writer.number(exception.reminderMinutes.value_or(kUnchanged));
+  writer.number(exception.busyStatus.value_or(kUnchanged));
+  for (const auto text : kTexts) writer.number((exception.*text).has_value() ? 1 : 0);
+  for (const auto text : kTexts) {
+    if (exception.*text) writer.text(*(exception.*text));
+  }
+}
+
+AppointmentException readException(WireReader& reader, bool allDay) {
+  AppointmentException exception;
+  exception.originalDate = midnightOf(dayOf(knownTime(reader.time(), "original day")));
+  const LocalTime start = reader.time();
+  const LocalTime end = reader.time();
+  exception.deleted = reader.number() != 0;
+  reader.number();
+  const std::uint32_t reminderSet = reader.number();
+  const std::uint32_t reminderMinutes = reader.number();
+  const std::uint32_t busyStatus = reader.number();
+  std::array<bool, kTexts.size()> present;
+  for (bool& follows : present) follows = reader.number() != 0;
+  for (std::size_t i = 0; i < kTexts.size(); ++i) {
+    if (present[i]) exception.*kTexts[i] = reader.text();
+  }
+  // A deleted occurrence has no values of its own.
+  if (exception.deleted) return exception;
+  exception.start = knownTime(start, "start");
+  exception.end = exceptionEndReceived(knownTime(end, "end"), allDay);
+  exception.reminderSet = reminderSet != 0;
+  if (reminderMinutes != kUnchanged) exception.reminderMinutes = reminderMinutes;
+  if (busyStatus != kUnchanged) exception.busyStatus = busyStatus;
+  return exception;
+}
+
+}  // namespace desktop

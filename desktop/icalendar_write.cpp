@@ -1,0 +1,161 @@
+// Writing calendar files: the entry itself, and one event more for each changed occurrence.
+#include <stdexcept>
+
+#include "desktop/icalendar.h"
+#include "desktop/icalendar_alarm.h"
+#include "desktop/icalendar_busy.h"
+#include "desktop/icalendar_handles.h"
+#include "desktop/icalendar_rule.h"
+#include "desktop/icalendar_text.h"
+#include "desktop/icalendar_zone.h"
+#include "desktop/local_time.h"
+#include "desktop/text.h"
+
+namespace desktop {
+namespace {
+
+constexpr const char* kProducer = "-//qorv-sync//EN";
+
+/// Every event must tell when it was written. The device keeps no such time, and an unchanged entry must give
+/// an unchanged file, so the stamp is always the same.
+constexpr const char* kStamp = "19700101T000000Z";
+
+/// An alarm must have a text; this one stands in for an entry without a subject.
+constexpr const char* kNamelessAlarm = "Reminder";
+
+std::string fileText(const std::u16string& text) {
+  return toUtf8(withFileLineEnds(text));
+}
+
+void add(icalcomponent& event, icalproperty* property) {
+  icalcomponent_add_property(&event, property);
+}
+
+icaltimetype fileTime(const LocalTime& time, bool allDay) {
+  return allDay ? dateOf(time) : floatingOf(time);
+}
+
+/// When the series' own entry of that day begins.
+LocalTime occurrenceStart(const Appointment& series, const LocalTime& day) {
+  LocalTime start = series.start;
+  start.year = day.year;
+  start.month = day.month;
+  start.day = day.day;
+  return start;
+}
+
+void addRule(icalcomponent& event, const Recurrence& recurrence, bool allDay) {
+  const std::string text = ruleText(recurrence, allDay);
+  const icalrecurrencetype rule = icalrecurrencetype_from_string(text.c_str());
+  if (rule.freq == ICAL_NO_RECURRENCE) throw std::invalid_argument("no recurrence rule: " + text);
+  add(event, icalproperty_new_rrule(rule));
+}
+
+void addText(icalcomponent& event, icalproperty* (*make)(const char*), const std::u16string& text) {
+  if (!text.empty()) add(event, make(fileText(text).c_str()));
+}
+
+void addTexts(icalcomponent& event, const Appointment& appointment) {
+  addText(event, icalproperty_new_summary, appointment.subject);
+  addText(event, icalproperty_new_location, appointment.location);
+  // The library writes the commas of this property as they are, so that the list stays a list.
+  addText(event, icalproperty_new_categories, tidyList(appointment.categories));
+  addText(event, icalproperty_new_description, appointment.body);
+}
+
+void addBusyStatus(icalcomponent& event, std::uint32_t status) {
+  add(event, icalproperty_new_transp(status == kFree ? ICAL_TRANSP_TRANSPARENT : ICAL_TRANSP_OPAQUE));
+  if (status >= kBusyNames.size()) return;
+  icalproperty* property = icalproperty_new_x(kBusyNames[status]);
+  icalproperty_set_x_name(property, kBusyProperty);
+  add(event, property);
+}
+
+void addReminder(icalcomponent& event, const Appointment& appointment) {
+  if (!appointment.reminderSet) return;
+  const std::string subject = fileText(appointment.subject);
+  ComponentHandle alarm = makeAlarm(appointment.reminderMinutes, subject.empty() ? kNamelessAlarm : subject);
+  icalcomponent_add_component(&event, alarm.release());
+}
+
+ComponentHandle newEvent(const std::string& uid) {
+  ComponentHandle event(icalcomponent_new_vevent());
+  add(*event, icalproperty_new_uid(uid.c_str()));
+  add(*event, icalproperty_new_dtstamp(icaltime_from_string(kStamp)));
+  return event;
+}
+
+/// `end` is the file's: for an all-day entry the day after the last one.
+void addSpan(icalcomponent& event, const Appointment& appointment, const LocalTime& end) {
+  add(event, icalproperty_new_dtstart(fileTime(appointment.start, appointment.allDay)));
+  add(event, icalproperty_new_dtend(fileTime(end, appointment.allDay)));
+}
+
+void addContents(icalcomponent& event, const Appointment& appointment) {
+  addTexts(event, appointment);
+  if (appointment.isPrivate) add(event, icalproperty_new_class(ICAL_CLASS_PRIVATE));
+  addBusyStatus(event, appointment.busyStatus);
+  addReminder(event, appointment);
+}
+
+void addDeletedDates(icalcomponent& event, const Appointment& appointment) {
+  for (const AppointmentException& exception : appointment.exceptions) {
+    if (!exception.deleted) continue;
+    const LocalTime start = occurrenceStart(appointment, exception.originalDate);
+    add(event, icalproperty_new_exdate(fileTime(start, appointment.allDay)));
+  }
+}
+
+ComponentHandle entryEvent(const Appointment& appointment, const std::string& uid) {
+  ComponentHandle event = newEvent(uid);
+  addSpan(*event, appointment, appointment.allDay ? addDays(appointment.end, 1) : appointment.end);
+  if (appointment.recurrence) {
+    addRule(*event, *appointment.recurrence, appointment.allDay);
+    addDeletedDates(*event, appointment);
+  }
+  addContents(*event, appointment);
+  return event;
+}
+
+/// The series with what the exception says differently.
+Appointment changedEntry(const Appointment& series, const AppointmentException& exception) {
+  Appointment entry = series;
+  entry.start = exception.start;
+  entry.end = exception.end;
+  entry.reminderSet = exception.reminderSet.value_or(series.reminderSet);
+  entry.reminderMinutes = exception.reminderMinutes.value_or(series.reminderMinutes);
+  entry.busyStatus = exception.busyStatus.value_or(series.busyStatus);
+  entry.subject = exception.subject.value_or(series.subject);
+  entry.location = exception.location.value_or(series.location);
+  entry.body = exception.body.value_or(series.body);
+  return entry;
+}
+
+ComponentHandle changedEvent(const Appointment& series, const AppointmentException& exception,
+                             const std::string& uid) {
+  const Appointment entry = changedEntry(series, exception);
+  ComponentHandle event = newEvent(uid);
+  add(*event, icalproperty_new_recurrenceid(
+                  fileTime(occurrenceStart(series, exception.originalDate), series.allDay)));
+  addSpan(*event, entry, entry.end);
+  addContents(*event, entry);
+  return event;
+}
+
+}  // namespace
+
+std::string writeCalendar(const Appointment& appointment, const std::string& uid) {
+  const ComponentHandle calendar(icalcomponent_new_vcalendar());
+  add(*calendar, icalproperty_new_version("2.0"));
+  add(*calendar, icalproperty_new_prodid(kProducer));
+  icalcomponent_add_component(calendar.get(), entryEvent(appointment, uid).release());
+  if (appointment.recurrence) {
+    for (const AppointmentException& exception : appointment.exceptions) {
+      if (exception.deleted) continue;
+      icalcomponent_add_component(calendar.get(), changedEvent(appointment, exception, uid).release());
+    }
+  }
+  return takeText(icalcomponent_as_ical_string_r(calendar.get()));
+}
+
+}  // namespace desktop

@@ -1,0 +1,31 @@
+// Calendar arithmetic and spelling of the device's wall-clock times.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "desktop/appointment.h"
+
+namespace desktop {
+
+/// A real day from 1601 to 30827 (the years that the device's time structure allows) and a real time of day.
+bool isValid(const LocalTime& time);
+
+/// The day of a valid time, without its time of day.
+std::chrono::sys_days dayOf(const LocalTime& time);
+
+/// The midnight that the given day begins with.
+LocalTime midnightOf(std::chrono::sys_days day);
+
+bool isMidnight(const LocalTime& time);
+
+/// The same time of day, that many days later (or earlier).
+LocalTime addDays(const LocalTime& time, int days);
+
+/// `2005-03-14`
+std::string spellDay(const LocalTime& time);
+
+/// `2005-03-14 09:00`, with seconds only when there are any.
+std::string spellTime(const LocalTime& time);
+
+}  // namespace desktop

@@ -1,0 +1,21 @@
+#include "emulator/session/session.h"
+
+#include "emulator/seam/current_device.h"
+#include "emulator/session/rapi_stream.h"
+#include "emulator/session/session_error.h"
+
+namespace emulator {
+
+HRESULT runSession(const AgentModule& agent, Device& device, CallMonitor* monitor, const Peer& peer) {
+  RapiStream stream(peer, {[&] { device.commit(); }, [&] { device.rollback(); }});
+  const CurrentDevice current(device, monitor);
+  const HRESULT result = agent.serve(monitor == nullptr ? static_cast<IRAPIStream*>(&stream)
+                                                        : monitor->tapped<IRAPIStream>(&stream));
+  // An agent that could not start keeps its stream; the end of the session is the stream's all the same.
+  if (monitor != nullptr) monitor->taps().end(&stream);
+  stream.finish();
+  if (!stream.deviceFailure().empty()) throw SessionError(stream.deviceFailure());
+  return result;
+}
+
+}  // namespace emulator

@@ -1,0 +1,152 @@
+#include "desktop/calendar_push.h"
+
+#include <gmock/gmock.h>
+
+#include "desktop/appointment_record.h"
+#include "tests/desktop/scripted_stream.h"
+
+namespace {
+
+using namespace desktop;
+using namespace wire_bytes;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+CalendarItem item(const std::u16string& subject, const std::string& uid = "1@calendar.example") {
+  CalendarItem made;
+  made.file = "a.ics";
+  made.entry.uid = uid;
+  made.entry.appointment.subject = subject;
+  made.entry.appointment.start = {2005, 3, 14, 9, 0};
+  made.entry.appointment.end = {2005, 3, 14, 9, 15};
+  return made;
+}
+
+CalendarItem weekly(CalendarItem made) {
+  Recurrence rule;
+  rule.start = {2005, 3, 14};
+  rule.dayOfWeekMask = 2;
+  made.entry.appointment.recurrence = rule;
+  return made;
+}
+
+// 14 March 2005, a Monday; 9:00 and 9:15.
+const Bytes kNine = hex("D5 07 03 00 01 00 0E 00  09 00 00 00 00 00 00 00");
+const Bytes kQuarterPastNine = hex("D5 07 03 00 01 00 0E 00  09 00 0F 00 00 00 00 00");
+
+/// The entry of `item` as the device sends it.
+Bytes held(std::uint32_t oid, const std::u16string& subject) {
+  return hex("01 00") + u32(oid) + hex("0B") + u32(16) + kNine + u32(18) + kQuarterPastNine + u32(5) +
+         u32(0) + u32(6) + u32(2) + u32(8) + u32(15) + u32(7) + u32(0) + u32(4) + u32(0) + u32(1) +
+         deviceText(subject) + u32(2) + deviceText(u"") + u32(3) + deviceText(u"") + u32(9) + deviceText(u"");
+}
+
+class CalendarPush : public ScriptedSession {
+ protected:
+  /// The device is called "PDA" and has the items 18 and 19.
+  void SetUp() override {
+    script->expect(hex("0E 02"), u32(72) + deviceText(u"PDA"));
+    script->expect(hex("0D 02"), hex("01 00 02 00 00 00 00") + u32(18) + u32(19));
+  }
+
+  void expectRead(std::uint32_t oid, const Bytes& record) {
+    script->expect(hex("10 02 01 00 00 00") + u32(oid), hex("01 00 01 00 00 00 0B") + record);
+  }
+
+  std::vector<PushOutcome> push(const std::vector<CalendarItem>& items) {
+    std::vector<PushOutcome> outcomes;
+    pushCalendar(session(), items,
+                 [&](const CalendarItem&, const PushOutcome& outcome) { outcomes.push_back(outcome); });
+    return outcomes;
+  }
+};
+
+Bytes add(const CalendarItem& entry) {
+  return hex("02 02 01 00 00 00") + writeAppointment(entry.entry.appointment);
+}
+Bytes change(std::uint32_t oid, const Bytes& record) {
+  return hex("03 02") + u32(oid) + record;
+}
+
+TEST_F(CalendarPush, addsAnEntryAndReadsItBack) {
+  script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
+  expectRead(20, held(20, u"Standup"));
+  const auto outcomes = push({item(u"Standup")});
+  ASSERT_EQ(outcomes.size(), 1u);
+  EXPECT_FALSE(outcomes[0].changed);
+  EXPECT_EQ(outcomes[0].oid, 20u);
+  EXPECT_EQ(outcomes[0].failure, "");
+  EXPECT_THAT(outcomes[0].differences, IsEmpty());
+}
+
+TEST_F(CalendarPush, tellsWhatTheDeviceMadeOfAnEntry) {
+  script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
+  expectRead(20, held(20, u"Stand"));
+  const auto outcomes = push({item(u"Standup")});
+  ASSERT_EQ(outcomes[0].differences.size(), 1u);
+  EXPECT_EQ(spell(outcomes[0].differences[0]), "subject: sent \"Standup\", device has \"Stand\"");
+}
+
+TEST_F(CalendarPush, changesTheItemThatTheUidNames) {
+  const CalendarItem entry = item(u"Standup", "appointment-19@PDA");
+  script->expect(hex("0F 02 01 00 00 00") + change(19, writeAppointment(entry.entry.appointment)),
+                 hex("01 00") + u32(19) + u32(19));
+  expectRead(19, held(19, u"Standup"));
+  const auto outcomes = push({entry});
+  EXPECT_TRUE(outcomes[0].changed);
+  EXPECT_EQ(outcomes[0].oid, 19u);
+}
+
+TEST_F(CalendarPush, addsAnEntryWhoseItemIsGone) {
+  const CalendarItem entry = item(u"Standup", "appointment-17@PDA");
+  script->expect(hex("0F 02 01 00 00 00") + add(entry), hex("01 00") + u32(20) + u32(1));
+  expectRead(20, held(20, u"Standup"));
+  EXPECT_FALSE(push({entry})[0].changed);
+}
+
+TEST_F(CalendarPush, makesAChangedSeriesAnew) {
+  const CalendarItem entry = weekly(item(u"Standup", "appointment-19@PDA"));
+  script->expect(
+      hex("0F 02 02 00 00 00") + change(19, u32(0)) + change(19, writeAppointment(entry.entry.appointment)),
+      hex("01 00") + u32(19) + u32(19) + hex("01 00") + u32(19) + u32(19));
+  expectRead(19, held(19, u"Standup"));
+  const auto outcomes = push({entry});
+  ASSERT_EQ(outcomes.size(), 1u);
+  ASSERT_EQ(outcomes[0].differences.size(), 1u);
+  EXPECT_EQ(spell(outcomes[0].differences[0]), "repetition: sent weekly, device has none");
+}
+
+TEST_F(CalendarPush, sendsTwoWholeDaysFromMidnightToMidnight) {
+  CalendarItem entry = item(u"Fair");
+  Appointment& appointment = entry.entry.appointment;
+  appointment.allDay = true;
+  appointment.start = {2005, 3, 14};
+  appointment.end = {2005, 3, 15};
+  CalendarItem timed = entry;
+  timed.entry.appointment.allDay = false;
+  timed.entry.appointment.end = {2005, 3, 16};
+  script->expect(hex("0F 02 01 00 00 00") + add(timed), hex("01 00") + u32(0) + u32(1));
+  EXPECT_THAT(push({entry})[0].notes,
+              ElementsAre("the device can't hold two whole days; it gets them as from midnight to midnight"));
+}
+
+TEST_F(CalendarPush, goesOnAfterAnEntryThatTheDeviceCouldNotSave) {
+  const Bytes entries = hex("02 02 01 00 00 00") + writeAppointment(item(u"One").entry.appointment) +
+                        hex("02 02 02 00 00 00") + writeAppointment(item(u"Two").entry.appointment);
+  script->expect(hex("0F 02 02 00 00 00") + entries,
+                 hex("01 00") + u32(0) + u32(1) + hex("01 00") + u32(21) + u32(2));
+  expectRead(21, held(21, u"Two"));
+  const auto outcomes = push({item(u"One"), item(u"Two")});
+  EXPECT_EQ(outcomes[0].failure, "the device could not save it");
+  EXPECT_EQ(outcomes[0].oid, 0u);
+  EXPECT_EQ(outcomes[1].failure, "");
+  EXPECT_EQ(outcomes[1].oid, 21u);
+}
+
+TEST_F(CalendarPush, tellsAnItemThatCannotBeReadBack) {
+  script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
+  script->expect(hex("10 02 01 00 00 00") + u32(20), hex("01 00 00 00 00 00 00") + zeros(7));
+  EXPECT_EQ(push({item(u"Standup")})[0].failure, "can't be read back: the device has no such item");
+}
+
+}  // namespace

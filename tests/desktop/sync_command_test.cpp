@@ -1,0 +1,277 @@
+#include "tests/desktop/sync_command.h"
+
+#include <nlohmann/json.hpp>
+
+namespace {
+
+const std::string kEnd = "> 01 02\n< \n";
+const std::string kIdentity = "> 0E 02\n< u32:72 d'PDA'\n";
+
+// 14 March 2005, a Monday; 9:00 and 9:15.
+const std::string kNine = "D507 0300 0100 0E00 0900 0000 0000 0000 ";
+const std::string kQuarterPastNine = "D507 0300 0100 0E00 0900 0F00 0000 0000 ";
+
+std::string list(const std::string& oids, int count) {
+  return "> 0D 02\n< 01 00 u32:" + std::to_string(count) + " 00 " + oids + "\n";
+}
+
+/// The eleven fields of an appointment at nine, without any reminder, as the device sends them.
+std::string record(int oid, const std::string& subject, const std::string& location) {
+  return "01 00 u32:" + std::to_string(oid) + " 0B u32:16 " + kNine + "u32:18 " + kQuarterPastNine +
+         "u32:5 u32:0 u32:6 u32:2 u32:8 u32:15 u32:7 u32:0 u32:4 u32:0 u32:1 d'" + subject + "' u32:2 d'" +
+         location + "' u32:3 d'' u32:9 d'' ";
+}
+
+std::string readBack(int oid, const std::string& subject, const std::string& location) {
+  return "> 10 02 u32:1 u32:" + std::to_string(oid) + "\n< 01 00 u32:1 0B " + record(oid, subject, location) +
+         "\n";
+}
+
+/// The same as it is sent: eleven fields, flags, times, texts.
+std::string sent(const std::string& subject, const std::string& location) {
+  return "u32:11 u32:4 u32:0 u32:16 " + kNine + "u32:18 " + kQuarterPastNine +
+         "u32:5 u32:0 u32:6 u32:2 u32:8 u32:15 u32:7 u32:0 u32:1 s'" + subject + "' u32:2 s'" + location +
+         "' u32:3 s'' u32:9 s'' ";
+}
+
+std::string event(const std::string& summary, const std::string& location,
+                  const std::string& start = "20050314T090000") {
+  return "BEGIN:VEVENT\r\nUID:" + summary +
+         "@calendar.example\r\nDTSTAMP:20050301T000000Z\r\nDTSTART:" + start +
+         "\r\nDTEND:20050314T091500\r\nSUMMARY:" + summary + "\r\nLOCATION:" + location +
+         "\r\nEND:VEVENT\r\n";
+}
+
+std::string calendar(const std::string& events) {
+  return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//tests//EN\r\n" + events + "END:VCALENDAR\r\n";
+}
+
+TEST_F(SyncCommand, infoTellsWhatTheDeviceSays) {
+  EXPECT_EQ(run("info", kIdentity +
+                            "> 14 02\n< u32:1\n"
+                            "> 06 01\n< 01 00 u32:3\n"
+                            "> 06 02\n< 01 00 u32:12\n"
+                            "> 06 03\n< 01 00 u32:0\n"
+                            "> 06 04\n< 00 03 u32:0\n"
+                            "> 06 05\n< 00 03 u32:0\n" +
+                            kEnd),
+            0);
+  EXPECT_EQ(out,
+            "identity      PDA\n"
+            "ink notes     supported\n"
+            "contacts      3\n"
+            "appointments  12\n"
+            "tasks         0\n"
+            "mail          not available\n"
+            "notes         not available\n");
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(SyncCommand, listSortsByStartAndKeepsTerminalsSafe) {
+  EXPECT_EQ(run("list appointments", list("u32:18", 1) + readBack(18, "Stand\x1B[up", "Room 4") + kEnd), 0);
+  EXPECT_EQ(out,
+            "       OID  START             END               SUBJECT\n"
+            "        18  2005-03-14 09:00  2005-03-14 09:15  Stand [up\n"
+            "1 appointment\n");
+}
+
+TEST_F(SyncCommand, listGivesJsonAlone) {
+  EXPECT_EQ(run("list appointments --json", list("u32:18", 1) + readBack(18, "Standup", "Room 4") + kEnd), 0);
+  const auto json = nlohmann::json::parse(out);
+  EXPECT_EQ(json["appointments"][0]["oid"], 18);
+  EXPECT_EQ(json["appointments"][0]["location"], "Room 4");
+  EXPECT_EQ(json["appointments"][0]["start"], "2005-03-14T09:00:00");
+  EXPECT_EQ(json["appointments"][0]["all_day"], false);
+  EXPECT_EQ(json["failures"], nlohmann::json::array());
+}
+
+TEST_F(SyncCommand, showPrintsACalendarFile) {
+  EXPECT_EQ(run("show appointments 18", kIdentity + readBack(18, "Standup", "Room 4") + kEnd), 0);
+  EXPECT_TRUE(out.starts_with("BEGIN:VCALENDAR\r\n"));
+  EXPECT_NE(out.find("UID:appointment-18@PDA\r\n"), std::string::npos);
+  EXPECT_NE(out.find("DTSTART:20050314T090000\r\n"), std::string::npos);
+}
+
+TEST_F(SyncCommand, showNamesAnItemThatIsNotThere) {
+  EXPECT_EQ(
+      run("show appointments 99", kIdentity + "> 10 02 u32:1 u32:99\n< 01 00 u32:0 00 zeros:7\n" + kEnd), 1);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(err, "qorv-sync: appointment 99: the device has no such item\n");
+}
+
+TEST_F(SyncCommand, pushReportsEveryDifference) {
+  folder.write("standup.ics", calendar(event("Standup", "Room 4")));
+  EXPECT_EQ(run("push standup.ics", kIdentity + list("", 0) + "> 0F 02 u32:1 02 02 u32:1 " +
+                                        sent("Standup", "Room 4") + "\n< 01 00 u32:18 u32:1\n" +
+                                        readBack(18, "Standup", "Room") + kEnd),
+            1);
+  EXPECT_EQ(out,
+            "standup.ics: \"Standup\": added as 18\n"
+            "1 added, 0 changed, 1 not held as sent\n");
+  EXPECT_EQ(err, "qorv-sync: standup.ics: \"Standup\": location: sent \"Room 4\", device has \"Room\"\n");
+}
+
+TEST_F(SyncCommand, pushIsDoneWhenTheDeviceHoldsWhatWasSent) {
+  folder.write("standup.ics", calendar(event("Standup", "Room 4")));
+  EXPECT_EQ(run("push --json standup.ics", kIdentity + list("", 0) + "> 0F 02 u32:1 02 02 u32:1 " +
+                                               sent("Standup", "Room 4") + "\n< 01 00 u32:18 u32:1\n" +
+                                               readBack(18, "Standup", "Room 4") + kEnd),
+            0);
+  const auto item = nlohmann::json::parse(out)["items"][0];
+  EXPECT_EQ(item["file"], "standup.ics");
+  EXPECT_EQ(item["action"], "added");
+  EXPECT_EQ(item["oid"], 18);
+  EXPECT_EQ(item["differences"], nlohmann::json::array());
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(SyncCommand, pushSkipsABrokenItemAndSendsTheRest) {
+  folder.write("mixed.ics", calendar(event("Broken", "", "20051399T990000") + event("Standup", "Room 4")));
+  EXPECT_EQ(run("push mixed.ics", kIdentity + list("", 0) + "> 0F 02 u32:1 02 02 u32:1 " +
+                                      sent("Standup", "Room 4") + "\n< 01 00 u32:18 u32:1\n" +
+                                      readBack(18, "Standup", "Room 4") + kEnd),
+            1);
+  EXPECT_EQ(out,
+            "mixed.ics: \"Standup\": added as 18\n"
+            "1 added, 0 changed, 1 skipped\n");
+  EXPECT_TRUE(err.starts_with("qorv-sync: mixed.ics:4: Broken@calendar.example: ")) << err;
+}
+
+TEST_F(SyncCommand, pushSendsNothingWhenOneFileIsNone) {
+  folder.write("standup.ics", calendar(event("Standup", "Room 4")));
+  folder.write("prose.ics", "Dear Ann,\n");
+  // The device would refuse any request.
+  EXPECT_EQ(run("push standup.ics prose.ics", "exit 9\n"), 2);
+  EXPECT_TRUE(err.starts_with("qorv-sync: prose.ics")) << err;
+  EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1);
+  EXPECT_EQ(run("push standup.ics none.ics", "exit 9\n"), 2);
+  EXPECT_EQ(err, "qorv-sync: none.ics: No such file or directory\n");
+  EXPECT_EQ(out, "");
+}
+
+TEST_F(SyncCommand, pullWritesOnlyWhatChanged) {
+  const std::string script = kIdentity + list("u32:18", 1) + readBack(18, "Standup", "Room 4") + kEnd;
+  EXPECT_EQ(run("pull .", script), 0);
+  EXPECT_EQ(out, "./calendar/18.ics\n1 written, 0 unchanged\n");
+  EXPECT_NE(folder.read("calendar/18.ics").find("LOCATION:Room 4\r\n"), std::string::npos);
+  EXPECT_EQ(run("pull .", script), 0);
+  EXPECT_EQ(out, "0 written, 1 unchanged\n");
+}
+
+TEST_F(SyncCommand, deleteNamesWhatWasNotDeleted) {
+  EXPECT_EQ(run("delete appointments 18 99", "> 11 02 u32:2 u32:18 u32:99\n< u32:18\n" + kEnd), 1);
+  EXPECT_EQ(out, "deleted 18\n");
+  EXPECT_EQ(err, "qorv-sync: appointments 99: the device did not delete it\n");
+}
+
+TEST_F(SyncCommand, putCopiesAFileToTheDevice) {
+  folder.write("a.bin", "ab");
+  EXPECT_EQ(run("put a.bin '\\a.b'",
+                "> 13 02 s'\\a.b' u32:0 u32:0 u32:1\n< 00 00 u32:2 u32:0\n"
+                "> 12 02 s'\\a.b' u32:0 u32:2 61 62\n< 01 00 u32:0\n"
+                "> 13 02 s'\\a.b' u32:0 u32:0 u32:3\n< 01 00 u32:0 u32:2 61 62\n" +
+                    kEnd),
+            0);
+  EXPECT_EQ(out, "a.bin -> \\a.b: 2 bytes\n");
+}
+
+TEST_F(SyncCommand, putRefusesToAppend) {
+  folder.write("a.bin", "ab");
+  EXPECT_EQ(run("put a.bin '\\a.b'", "> 13 02 s'\\a.b' u32:0 u32:0 u32:1\n< 01 00 u32:0 u32:1 61\n" + kEnd),
+            1);
+  EXPECT_EQ(err,
+            "qorv-sync: device file \\a.b: exists already; the device can only append to it, so choose "
+            "another name\n");
+}
+
+TEST_F(SyncCommand, getCopiesAFileFromTheDevice) {
+  EXPECT_EQ(run("get '\\a.b' a.bin",
+                "> 13 02 s'\\a.b' u32:0 u32:0 u32:196608\n< 01 00 u32:0 u32:2 61 62\n"
+                "> 13 02 s'\\a.b' u32:0 u32:2 u32:196608\n< 01 00 u32:0 u32:0\n" +
+                    kEnd),
+            0);
+  EXPECT_EQ(out, "\\a.b -> a.bin: 2 bytes\n");
+  EXPECT_EQ(folder.read("a.bin"), "ab");
+}
+
+TEST_F(SyncCommand, getLeavesNoPartOfAFile) {
+  EXPECT_EQ(run("get '\\a.b' a.bin",
+                "> 13 02 s'\\a.b' u32:0 u32:0 u32:196608\n< 01 00 u32:0 u32:2 61 62\n"
+                "> 13 02 s'\\a.b' u32:0 u32:2 u32:196608\n< 01 00 u32:5 u32:0\n" +
+                    kEnd),
+            1);
+  EXPECT_EQ(folder.names(), (std::set<std::string>{"script", "standard_error", "standard_output"}));
+}
+
+struct Refusal {
+  const char* arguments;
+  int status;
+  const char* message;
+};
+
+TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
+  for (const Refusal& refusal : {
+           Refusal{"info", 2, "say which device: --device ADDRESS or --exec COMMAND"},
+           Refusal{"", 2, "A subcommand is required"},
+           Refusal{"--device 127.0.0.1 info", 2, "address '127.0.0.1' is neither HOST:PORT nor unix:PATH"},
+           Refusal{"--device unix:none info", 3, "no device at unix:none: No such file or directory"},
+           Refusal{"--exec true list contacts", 2, "contacts: not supported by this version"},
+           Refusal{"--exec true list stamps", 2,
+                   "'stamps' is no item type; the types are contacts, appointments, tasks, mail, notes"},
+           Refusal{"--exec 'exit 7' info", 3, "the device's command ended with status 7 without an answer"},
+           Refusal{"--exec true info", 3, "the device's command ended with status 0 without an answer"},
+           Refusal{"--exec true put none '\\a'", 2, "none: No such file or directory"},
+           Refusal{"--exec true put . '\\a'", 2, ".: not a regular file"},
+           Refusal{"--exec true get '\\a' none/a", 2, "none/a: No such file or directory"},
+       }) {
+    EXPECT_EQ(runPlain(refusal.arguments), refusal.status) << refusal.arguments;
+    EXPECT_EQ(err, std::string("qorv-sync: ") + refusal.message + "\n") << refusal.arguments;
+    EXPECT_EQ(out, "") << refusal.arguments;
+  }
+}
+
+TEST_F(SyncCommand, refusesCommandLinesThatItDoesNotKnowInOneLine) {
+  for (const char* arguments :
+       {"fly", "info --fast", "--timeout 0 info", "--timeout soon info", "list", "show appointments x",
+        "delete appointments", "push", "--device a:1 --exec true info"}) {
+    EXPECT_EQ(runPlain(arguments), 2) << arguments;
+    EXPECT_TRUE(err.starts_with("qorv-sync: ")) << err;
+    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
+  }
+}
+
+TEST_F(SyncCommand, helpsWithoutADevice) {
+  EXPECT_EQ(runPlain("--help"), 0);
+  EXPECT_NE(out.find("push"), std::string::npos);
+  EXPECT_EQ(runPlain("push --help"), 0);
+}
+
+TEST_F(SyncCommand, namesADeviceThatBreaksTheProtocol) {
+  EXPECT_EQ(run("info", "> 0E 02\n< u32:72 FF FF\n" + kEnd), 4);
+  EXPECT_EQ(err, "qorv-sync: the device broke the protocol: the reply ends 2 bytes too early\n");
+  EXPECT_EQ(run("info", "> 0E 02\n<< u32:20 u32:72\nexit 0\n"), 4);
+  EXPECT_EQ(err,
+            "qorv-sync: the device broke the protocol: the stream ended after 4 of a reply's 20 bytes\n");
+  EXPECT_EQ(run("info", "> 0E 02\n<< FF FF FF 7F\n"), 4);
+  EXPECT_EQ(err,
+            "qorv-sync: the device broke the protocol: a reply claims 2147483647 bytes; the device's buffer "
+            "holds 221184\n");
+}
+
+TEST_F(SyncCommand, givesUpOnASilentDevice) {
+  EXPECT_EQ(run("--timeout 1 info", "> 0E 02\nsilence\n"), 3);
+  EXPECT_EQ(err, "qorv-sync: the device's command gives no answer within 1 seconds\n");
+}
+
+TEST_F(SyncCommand, doesNotHideADeviceThatFailsAtItsEnd) {
+  EXPECT_EQ(run("delete appointments 18", "> 11 02 u32:1 u32:18\n< u32:18\n" + kEnd + "exit 1\n"), 1);
+  EXPECT_EQ(out, "deleted 18\n");
+  EXPECT_EQ(err, "qorv-sync: the device's command ended with status 1\n");
+}
+
+TEST_F(SyncCommand, tellsOfEveryRequestWhenAskedTo) {
+  EXPECT_EQ(run("--verbose delete appointments 18", "> 11 02 u32:1 u32:18\n< u32:18\n" + kEnd), 0);
+  EXPECT_TRUE(err.starts_with("qorv-sync: command 17, type 2: 10 bytes out, 4 bytes in, ")) << err;
+}
+
+}  // namespace
