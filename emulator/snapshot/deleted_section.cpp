@@ -1,5 +1,4 @@
 // "deleted": identifiers of objects that go. A folder goes with what is in it.
-#include "emulator/snapshot/device_items.h"
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/values.h"
 
@@ -9,7 +8,8 @@ namespace {
 /// Whether there was such an object.
 bool removeObject(Device& device, Oid oid) {
   const auto kind = device.store.kindOf(oid);
-  if (kind != ObjectKind::File && kind != ObjectKind::Directory) return itemsOf(device).remove(oid);
+  if (kind != ObjectKind::File && kind != ObjectKind::Directory)
+    return device.objectModel.items().remove(oid);
   device.fileTree.remove(oid);
   return true;
 }

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "emulator/pim/recurrence_puts.h"
-#include "emulator/snapshot/device_items.h"
 #include "emulator/snapshot/exceptions_json.h"
 #include "emulator/snapshot/item_properties_json.h"
 #include "emulator/snapshot/item_refusal.h"
@@ -27,8 +26,8 @@ std::span<const std::string_view> otherKeys(ObjectKind kind) {
   return std::span(kOtherKeys).first(kind == ObjectKind::Task ? 2 : 3);
 }
 
-void readRecurrence(const JsonNode& node, const LocalClock& clock, PimItem& item) {
-  if (!node.isNull()) return setRule(item, readRule(node, item.properties, clock));
+void readRecurrence(const JsonNode& node, const PimItems& items, PimItem& item) {
+  if (!node.isNull()) return setRule(item, readRule(node, items.freshPattern(item.properties)));
   item.rule.reset();
   item.ruleChanged = true;
   item.exceptionsDropped = true;
@@ -45,35 +44,21 @@ PimItem itemOf(ObjectStore& store, PimItems& items, ObjectKind kind, const JsonN
   return item;
 }
 
-class ItemLoader {
- public:
-  ItemLoader(Device& device, ObjectKind kind)
-      : store_(device.store), items_(itemsOf(device)), clock_(localClockOf(device)), kind_(kind) {}
-
-  void load(const JsonNode& entry) {
-    PimItem item = itemOf(store_, items_, kind_, entry);
-    readProperties(entry, otherKeys(kind_), item.properties);
-    if (const auto recurrence = entry.member(kRecurrenceKey)) readRecurrence(*recurrence, clock_, item);
-    const bool isAppointment = kind_ == ObjectKind::Appointment;
-    if (isAppointment && item.rule && item.properties.get<double>(kStart) == kNoDate) {
-      entry.refuse("a series has a Start");
-    }
-    const bool isNew = item.oid == 0 || !store_.kindOf(item.oid);
-    const HRESULT result = isNew ? items_.add(item) : items_.change(item);
-    if (FAILED(result)) refuseItem(entry, result);
-    if (const auto exceptions = entry.member(kExceptionsKey)) loadExceptions(items_, item, *exceptions);
-  }
-
- private:
-  ObjectStore& store_;
-  PimItems items_;
-  LocalClock clock_;
-  ObjectKind kind_;
-};
+void loadItem(Device& device, ObjectKind kind, const JsonNode& entry) {
+  PimItems& items = device.objectModel.items();
+  PimItem item = itemOf(device.store, items, kind, entry);
+  readProperties(entry, otherKeys(kind), item.properties);
+  if (const auto recurrence = entry.member(kRecurrenceKey)) readRecurrence(*recurrence, items, item);
+  const bool isSeries = kind == ObjectKind::Appointment && item.rule;
+  if (isSeries && item.properties.get<double>(kStart) == kNoDate) entry.refuse("a series has a Start");
+  const bool isNew = item.oid == 0 || !items.kindOf(item.oid);
+  const HRESULT result = isNew ? items.add(item) : items.change(item);
+  if (FAILED(result)) refuseItem(entry, result);
+  if (const auto exceptions = entry.member(kExceptionsKey)) loadExceptions(items, item, *exceptions);
+}
 
 void loadItems(Device& device, ObjectKind kind, const JsonNode& list) {
-  ItemLoader loader(device, kind);
-  list.forEachElement([&loader](const JsonNode& entry) { loader.load(entry); });
+  list.forEachElement([&](const JsonNode& entry) { loadItem(device, kind, entry); });
 }
 
 Json itemToJson(PimItems& items, const PimItem& item) {
@@ -88,7 +73,7 @@ Json itemToJson(PimItems& items, const PimItem& item) {
 }
 
 Json dumpItems(Device& device, ObjectKind kind) {
-  PimItems items = itemsOf(device);
+  PimItems& items = device.objectModel.items();
   std::vector<Oid> oids = items.list(kind);
   std::ranges::sort(oids);
   Json list = Json::array();

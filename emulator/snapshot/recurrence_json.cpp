@@ -76,8 +76,7 @@ constexpr std::array kFields{
 
 }  // namespace
 
-RecurrenceRule readRule(const JsonNode& node, const ItemRecord& item, const LocalClock& clock) {
-  RecurrenceRule rule = freshRule(item, clock);
+RecurrenceRule readRule(const JsonNode& node, RecurrenceRule rule) {
   const auto start = node.member(kStartKey);
   if (start && !start->isNull()) rule.start = readDay(*start);
   rule = retyped(rule, readType(node));
