@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 #include "emulator/device.h"
 #include "emulator/system/utf16.h"
@@ -12,9 +13,9 @@ namespace {
 
 struct Options {
   std::string device;
-  std::string osVersion;
-  std::string timeZone;
-  std::string module;
+  std::optional<std::string> osVersion;
+  std::optional<std::string> timeZone;
+  std::optional<std::string> module;
 };
 
 int currentYear() {
@@ -38,9 +39,9 @@ TIME_ZONE_INFORMATION timeZone(const std::string& name) {
 
 int create(const Options& options) {
   emulator::NewDevice description;
-  if (!options.osVersion.empty()) description.osVersion = osVersion(options.osVersion);
-  if (!options.timeZone.empty()) description.timeZone = timeZone(options.timeZone);
-  if (!options.module.empty()) description.modulePath = emulator::toUtf16(options.module);
+  if (options.osVersion) description.osVersion = osVersion(*options.osVersion);
+  if (options.timeZone) description.timeZone = timeZone(*options.timeZone);
+  if (options.module) description.modulePath = emulator::toUtf16(*options.module);
   try {
     emulator::Device::create(options.device, description);
   } catch (const std::invalid_argument& error) {

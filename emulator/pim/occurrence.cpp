@@ -4,6 +4,7 @@
 
 #include "emulator/pim/recurrence_series.h"
 #include "emulator/pim/variant_time.h"
+#include "platform/outlook.h"
 
 namespace emulator {
 namespace {
@@ -47,10 +48,10 @@ const SeriesException* findException(const SeriesExceptions& exceptions, Day ori
 ItemRecord plainOccurrence(const PimItem& series, Day day) {
   ItemRecord record = series.properties;
   const double start = record.get<double>(kStart);
-  const double duration = record.get<double>(kEnd) - start;
+  const double end = record.get<double>(kEnd);
   const double moved = day + timeOfDayAt(start);
   record.set(kStart, moved);
-  record.set(kEnd, roundToMillisecond(moved + duration));
+  if (end != kNoDate) record.set(kEnd, roundToMillisecond(moved + end - start));
   return record;
 }
 

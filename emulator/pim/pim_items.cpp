@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "emulator/pim/occurrence.h"
+#include "emulator/pim/recurrence_puts.h"
 
 namespace emulator {
 namespace {
@@ -20,6 +21,10 @@ PimItems::PimItems(ObjectStore& store, LocalClock clock)
 
 HRESULT PimItems::put(ItemRecord& record, std::size_t place, PropertyValue value) const {
   return putProperty(record, place, std::move(value), clock_);
+}
+
+RecurrenceRule PimItems::freshPattern(const ItemRecord& item) const {
+  return freshRule(item, clock_);
 }
 
 std::optional<ObjectKind> PimItems::kindOf(Oid oid) {

@@ -30,9 +30,10 @@ class PimItems {
   /// Another number after every change to the device file.
   std::int64_t version() const { return store_.connection().rowsChanged(); }
 
-  /// See newItem and putProperty.
+  /// See newItem, putProperty and freshRule.
   PimItem make(ObjectKind kind) const { return newItem(kind, clock_); }
   HRESULT put(ItemRecord& record, std::size_t place, PropertyValue value) const;
+  RecurrenceRule freshPattern(const ItemRecord& item) const;
 
   std::int32_t count(ObjectKind kind) { return storage_.count(kind); }
   /// A folder's items in its order: contacts by FileAs, appointments by start, tasks by identifier.

@@ -48,22 +48,22 @@ std::string toBase64(ByteView bytes) {
 }
 
 std::optional<Bytes> fromBase64(std::string_view text) {
+  if (text.empty()) return Bytes();
   if (text.size() % 4 != 0) return std::nullopt;
   const std::size_t padding = paddingOf(text);
-  const std::size_t size = text.size() / 4 * 3 - padding;
+  std::string last(text.substr(text.size() - 4));
+  last.replace(4 - padding, padding, padding, kDigits.front());
   Bytes bytes;
-  bytes.reserve(size + padding);
+  bytes.reserve(text.size() / 4 * 3);
   for (std::size_t at = 0; at < text.size(); at += 4) {
-    std::string digits(text.substr(at, 4));
-    if (at + 4 == text.size()) digits.replace(4 - padding, padding, padding, kDigits.front());
-    const auto group = groupOf(digits);
+    const auto group = groupOf(at + 4 < text.size() ? text.substr(at, 4) : last);
     if (!group) return std::nullopt;
     for (const int shift : {16, 8, 0}) bytes.push_back(static_cast<std::uint8_t>(*group >> shift));
   }
-  const bool endsClean = std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(size), bytes.end(),
-                                     [](auto byte) { return byte == 0; });
-  if (!endsClean) return std::nullopt;
-  bytes.resize(size);
+  for (std::size_t i = 0; i < padding; ++i) {
+    if (bytes.back() != 0) return std::nullopt;
+    bytes.pop_back();
+  }
   return bytes;
 }
 

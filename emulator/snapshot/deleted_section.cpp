@@ -5,19 +5,21 @@
 namespace emulator {
 namespace {
 
-void removeObject(Device& device, const JsonNode& node) {
-  const Oid oid = readOid(node);
+/// Whether there was such an object.
+bool removeObject(Device& device, Oid oid) {
   const auto kind = device.store.kindOf(oid);
-  if (!kind) node.refuse("no object has this identifier");
-  if (*kind == ObjectKind::File || *kind == ObjectKind::Directory) {
-    device.fileTree.remove(oid);
-  }
+  if (kind != ObjectKind::File && kind != ObjectKind::Directory)
+    return device.objectModel.items().remove(oid);
+  device.fileTree.remove(oid);
+  return true;
 }
 
 }  // namespace
 
 void loadDeleted(Device& device, const JsonNode& node) {
-  node.forEachElement([&device](const JsonNode& oid) { removeObject(device, oid); });
+  node.forEachElement([&device](const JsonNode& entry) {
+    if (!removeObject(device, readOid(entry))) entry.refuse("no object has this identifier");
+  });
 }
 
 Json dumpDeleted(Device&) {

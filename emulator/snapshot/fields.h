@@ -15,14 +15,20 @@ struct Field {
   void (*read)(Target& target, const JsonNode& node);
 };
 
-/// Reads every key that the object has, in the object's order. A key without a row is refused.
+/// Reads the value of one key. A key without a row is refused.
+template <typename Target>
+void readField(std::span<const Field<Target>> fields, std::string_view key, Target& target,
+               const JsonNode& node) {
+  const auto field = std::ranges::find(fields, key, &Field<Target>::key);
+  if (field == fields.end()) node.refuse("unknown key");
+  field->read(target, node);
+}
+
+/// Reads every key that the object has, in the object's order.
 template <typename Target>
 void readFields(const JsonNode& object, std::span<const Field<Target>> fields, Target& target) {
-  object.forEachMember([&](std::string_view key, const JsonNode& node) {
-    const auto field = std::ranges::find(fields, key, &Field<Target>::key);
-    if (field == fields.end()) node.refuse("unknown key");
-    field->read(target, node);
-  });
+  object.forEachMember(
+      [&](std::string_view key, const JsonNode& node) { readField(fields, key, target, node); });
 }
 
 }  // namespace emulator

@@ -32,8 +32,7 @@ void moveTo(FileTree& files, const JsonNode& node, const FileNode& file, const s
   const FilePlace place = placeOf(files, node, path);
   const bool isTaken = place.node && place.node->oid != file.oid;
   if (isTaken) requireMember(node, "path").refuse("another file or folder is there");
-  if (isWithin(files, place.folder, file.oid))
-    requireMember(node, "path").refuse("lies in the folder itself");
+  if (isWithin(files, place.folder, file.oid)) requireMember(node, "path").refuse("is in the folder itself");
   files.move(file.oid, place.folder, place.name);
 }
 

@@ -1,7 +1,7 @@
 #include "emulator/snapshot/json.h"
 
 #include <string>
-#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "emulator/snapshot/json_path.h"
@@ -9,56 +9,6 @@
 
 namespace emulator {
 namespace {
-
-/// Watches the parser: of two equal keys it would keep the later and say nothing.
-class DuplicateKeys {
- public:
-  void see(Json::parse_event_t event, const Json& parsed) {
-    switch (event) {
-      case Json::parse_event_t::object_start:
-      case Json::parse_event_t::array_start:
-        open_.push_back({event == Json::parse_event_t::object_start, {}, {}, 0});
-        break;
-      case Json::parse_event_t::key:
-        take(parsed.get_ref<const std::string&>());
-        break;
-      case Json::parse_event_t::object_end:
-      case Json::parse_event_t::array_end:
-        open_.pop_back();
-        [[fallthrough]];
-      case Json::parse_event_t::value:
-        if (!open_.empty()) ++open_.back().index;
-        break;
-    }
-  }
-
- private:
-  struct Open {
-    bool isObject;
-    std::unordered_set<std::string> keys;
-    std::string key;    ///< of the member that is being read
-    std::size_t index;  ///< of the element that is being read
-  };
-
-  void take(const std::string& key) {
-    open_.back().key = key;
-    if (!open_.back().keys.insert(key).second) throw SnapshotError(path(), "given twice");
-  }
-
-  std::string path() const {
-    std::string path;
-    for (const Open& open : open_) {
-      if (open.isObject) {
-        appendKey(path, open.key);
-      } else {
-        appendIndex(path, open.index);
-      }
-    }
-    return path;
-  }
-
-  std::vector<Open> open_;
-};
 
 /// The library's words without its name and number.
 std::string reasonOf(const Json::exception& error) {
@@ -70,19 +20,86 @@ std::string reasonOf(const Json::exception& error) {
   return reason;
 }
 
+/// Builds the value as it is read. The library's own builder keeps the later of two equal keys and says
+/// nothing.
+class Builder : public nlohmann::json_sax<Json> {
+ public:
+  Json take() { return std::move(root_); }
+
+  bool null() override { return put(nullptr); }
+  bool boolean(bool value) override { return put(value); }
+  bool number_integer(number_integer_t value) override { return put(value); }
+  bool number_unsigned(number_unsigned_t value) override { return put(value); }
+  bool number_float(number_float_t value, const string_t&) override { return put(value); }
+  bool string(string_t& value) override { return put(std::move(value)); }
+  bool binary(binary_t&) override { return false; }
+  bool start_object(std::size_t) override { return open(Json::object()); }
+  bool start_array(std::size_t) override { return open(Json::array()); }
+  bool end_object() override { return close(); }
+  bool end_array() override { return close(); }
+
+  bool key(string_t& key) override {
+    open_.back().key = key;
+    if (open_.back().value->contains(key)) throw SnapshotError(path(), "given twice");
+    return true;
+  }
+
+  bool parse_error(std::size_t, const std::string&, const Json::exception& error) override {
+    throw SnapshotError("", "invalid JSON: " + reasonOf(error));
+  }
+
+ private:
+  /// An object or list that is being read.
+  struct Open {
+    Json* value;
+    std::string key;  ///< the one that was read last
+  };
+
+  Json& add(Json&& value) {
+    if (open_.empty()) return root_ = std::move(value);
+    Json& parent = *open_.back().value;
+    if (parent.is_object()) return parent[open_.back().key] = std::move(value);
+    parent.push_back(std::move(value));
+    return parent.back();
+  }
+
+  bool put(Json&& value) {
+    add(std::move(value));
+    return true;
+  }
+
+  bool open(Json&& value) {
+    open_.push_back({&add(std::move(value)), {}});
+    return true;
+  }
+
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
+
+  std::string path() const {
+    std::string path;
+    for (const Open& open : open_) {
+      if (open.value->is_object()) {
+        appendKey(path, open.key);
+      } else {
+        appendIndex(path, open.value->size() - 1);
+      }
+    }
+    return path;
+  }
+
+  Json root_;
+  std::vector<Open> open_;
+};
+
 }  // namespace
 
 Json parseJson(std::string_view text) {
-  DuplicateKeys duplicates;
-  const auto watch = [&duplicates](int, Json::parse_event_t event, const Json& parsed) {
-    duplicates.see(event, parsed);
-    return true;
-  };
-  try {
-    return Json::parse(text, watch);
-  } catch (const Json::exception& error) {
-    throw SnapshotError("", "invalid JSON: " + reasonOf(error));
-  }
+  Builder builder;
+  Json::sax_parse(text, &builder);
+  return builder.take();
 }
 
 }  // namespace emulator

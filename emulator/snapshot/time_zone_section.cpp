@@ -99,9 +99,7 @@ void loadTimeZone(Device& device, const JsonNode& node) {
   if (node.isNull()) return device.configuration.setTimeZone(utcZone());
   node.forEachMember([&zone](std::string_view key, const JsonNode& value) {
     if (readNumber(kBiasFields, zone, key, value)) return;
-    const auto date = std::ranges::find(kDates, key, &Field<TIME_ZONE_INFORMATION>::key);
-    if (date == kDates.end()) value.refuse("unknown key");
-    date->read(zone, value);
+    readField<TIME_ZONE_INFORMATION>(kDates, key, zone, value);
   });
   if ((zone.StandardDate.wMonth == 0) != (zone.DaylightDate.wMonth == 0)) {
     node.refuse("StandardDate and DaylightDate go together");

@@ -68,6 +68,13 @@ double readLocal(const JsonNode& node) {
   return readTime(node, parseLocal, "YYYY-MM-DDTHH:MM:SS.mmm");
 }
 
+void requireInCalendar(const JsonNode& node, double date, Day earliest) {
+  if (date >= earliest && date < kLastDay + 1) return;
+  constexpr std::size_t kDateLength = std::string_view("2999-12-31").size();
+  const auto dateText = [](Day day) { return localText(day).substr(0, kDateLength); };
+  node.refuse("is out of range (" + dateText(earliest) + " to " + dateText(kLastDay) + ")");
+}
+
 Oid readOid(const JsonNode& node) {
   return static_cast<Oid>(node.number(1, std::numeric_limits<Oid>::max()));
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "emulator/pim/calendar_day.h"
 #include "emulator/snapshot/json_node.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/file_time.h"
@@ -23,6 +24,8 @@ Bytes readBytes(const JsonNode& node);
 /// See time_text.h: UTC with Z, and the number of a local DATE.
 Ticks readUtc(const JsonNode& node);
 double readLocal(const JsonNode& node);
+/// Refuses a date that lies outside the platform's calendar, or before the earliest day.
+void requireInCalendar(const JsonNode& node, double date, Day earliest);
 
 Oid readOid(const JsonNode& node);
 /// The identifier that an entry gives under a key; nothing when it has none, or null.
@@ -33,7 +36,7 @@ std::string_view nameOf(ObjectKind kind);
 /// Refuses an identifier because of what has it.
 [[noreturn]] void refuseHeld(const JsonNode& node, ObjectKind holder);
 
-/// The member at a key of an object that must have it.
+/// The member at a key that an object must have.
 JsonNode requireMember(const JsonNode& entry, std::string_view key);
 
 }  // namespace emulator
