@@ -183,9 +183,11 @@ class HostileRecord : public testing::Test {
     }
   }
 
-  const Bytes whole = received(kNine, kQuarterPastNine, 1, 12) + u32(19) + weeklyBlock(1) + kNextMonday +
-                      kNine + kQuarterPastNine + u32(0) + zeros(16) + u32(1) + u32(0) + u32(0) +
-                      deviceText(u"Late");
+  /// As the weekly one, but with a value in each of its parameters: another type will find its own.
+  const Bytes block = kMonday + zeros(48) + hex("01  0A 00 00 00  02  00 00 00 00") + u32(1) + u32(2) +
+                      u32(14) + u32(2) + u32(3) + u32(1);
+  const Bytes whole = received(kNine, kQuarterPastNine, 1, 12) + u32(19) + block + kNextMonday + kNine +
+                      kQuarterPastNine + u32(0) + zeros(16) + u32(1) + u32(0) + u32(0) + deviceText(u"Late");
 };
 
 TEST_F(HostileRecord, isRefusedWhereverItIsCut) {

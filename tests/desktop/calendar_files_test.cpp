@@ -83,14 +83,31 @@ TEST(CalendarText, namesTheItemOnItsDevice) {
 }
 
 TEST(CalendarText, refusesARuleWithoutMeaning) {
-  Appointment appointment;
-  appointment.start = appointment.end = {2005, 3, 14, 9, 0};
-  appointment.recurrence.emplace();
-  appointment.recurrence->type = RecurrenceType::Yearly;
-  appointment.recurrence->start = {2005, 3, 14};
-  appointment.recurrence->dayOfMonth = 14;
-  appointment.recurrence->monthOfYear = 13;
-  EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal);
+  struct Broken {
+    RecurrenceType type;
+    std::uint32_t Recurrence::*member;
+    std::uint32_t value;
+  };
+  for (const Broken& broken : {
+           Broken{RecurrenceType::Daily, &Recurrence::interval, 0},
+           Broken{RecurrenceType::Weekly, &Recurrence::dayOfWeekMask, 0},
+           Broken{RecurrenceType::Weekly, &Recurrence::dayOfWeekMask, 128},
+           Broken{RecurrenceType::Monthly, &Recurrence::dayOfMonth, 0xFFFFFFFF},
+           Broken{RecurrenceType::MonthlyNth, &Recurrence::instance, 6},
+           Broken{RecurrenceType::Yearly, &Recurrence::monthOfYear, 13},
+           Broken{RecurrenceType::YearlyNth, &Recurrence::monthOfYear, 0},
+       }) {
+    Appointment appointment;
+    appointment.start = appointment.end = {2005, 3, 14, 9, 0};
+    Recurrence rule;
+    rule.type = broken.type;
+    rule.start = {2005, 3, 14};
+    rule.dayOfWeekMask = rule.dayOfMonth = rule.instance = rule.monthOfYear = 1;
+    appointment.recurrence = rule;
+    EXPECT_NO_THROW(calendarText(appointment, u"PDA"));
+    (*appointment.recurrence).*broken.member = broken.value;
+    EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal) << static_cast<int>(broken.type);
+  }
 }
 
 }  // namespace
