@@ -12,7 +12,7 @@ const std::string& ObjectNames::named(Key key, std::string_view kind) {
   const auto [entry, isNew] = names_.try_emplace(std::move(key));
   if (isNew) {
     const unsigned number = ++counts_.try_emplace(std::string(kind)).first->second;
-    entry->second = "@" + std::string(kind) + "#" + std::to_string(number);
+    entry->second.append("@").append(kind).append("#").append(std::to_string(number));
   }
   return entry->second;
 }
