@@ -25,9 +25,6 @@ Appointment fromMidnightToMidnight(const Appointment& allDay) {
   Appointment timed = allDay;
   timed.allDay = false;
   timed.end = addDays(allDay.end, 1);
-  for (AppointmentException& exception : timed.exceptions) {
-    if (!exception.deleted) exception.end = addDays(exception.end, 1);
-  }
   return timed;
 }
 
@@ -35,14 +32,6 @@ LocalTime endToSend(const Appointment& appointment) {
   const bool lengthened =
       appointment.allDay && appointment.recurrence && allDayLength(appointment) > kLengthThatCannotBeHeld;
   return lengthened ? addDays(appointment.end, -1) : appointment.end;
-}
-
-LocalTime exceptionEndToSend(const LocalTime& end, bool allDay) {
-  return allDay ? addDays(end, 1) : end;
-}
-
-LocalTime exceptionEndReceived(const LocalTime& end, bool allDay) {
-  return allDay ? addDays(end, -1) : end;
 }
 
 }  // namespace desktop

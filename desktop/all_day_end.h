@@ -28,15 +28,11 @@ int allDayLength(const Appointment& appointment);
 /// Whether the device can hold the entry as an all-day one.
 bool canStayAllDay(const Appointment& appointment);
 
-/// The same days as an entry with times, from midnight to midnight, its exceptions too.
+/// The same days as an entry with times, from midnight to midnight. Exceptions have such an end already.
 Appointment fromMidnightToMidnight(const Appointment& allDay);
 
 /// The end to send, so that the device stores the entry's own; the entry must be one that the device can
 /// hold.
 LocalTime endToSend(const Appointment& appointment);
-
-/// An exception's end travels as the device stores it: for an all-day entry the midnight after the last day.
-LocalTime exceptionEndToSend(const LocalTime& end, bool allDay);
-LocalTime exceptionEndReceived(const LocalTime& end, bool allDay);
 
 }  // namespace desktop

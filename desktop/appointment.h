@@ -56,7 +56,7 @@ struct AppointmentException {
   LocalTime originalDate;  ///< only the date counts
   bool deleted = false;
   LocalTime start;
-  LocalTime end;
+  LocalTime end;  ///< of an all-day series the midnight after the last day, unlike the series' own end
   std::optional<bool> reminderSet;
   std::optional<std::uint32_t> reminderMinutes;
   std::optional<std::uint32_t> busyStatus;

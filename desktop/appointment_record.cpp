@@ -53,7 +53,7 @@ void readRecurrence(WireReader& reader, Appointment& appointment) {
   appointment.recurrence = block.rule;
   appointment.exceptions.clear();
   for (std::uint32_t i = 0; i < block.exceptionCount; ++i) {
-    appointment.exceptions.push_back(readException(reader, appointment.allDay));
+    appointment.exceptions.push_back(readException(reader));
   }
 }
 
@@ -123,7 +123,7 @@ Bytes writeAppointment(const Appointment& appointment) {
     writeRecurrenceBlock(writer, *appointment.recurrence,
                          static_cast<std::uint32_t>(appointment.exceptions.size()));
     for (const AppointmentException& exception : appointment.exceptions) {
-      writeException(writer, exception, appointment.allDay);
+      writeException(writer, exception);
     }
   }
   return writer.take();

@@ -8,6 +8,7 @@
 #include "desktop/device_error.h"
 #include "desktop/input_error.h"
 #include "desktop/local_file.h"
+#include "desktop/recurrence_fields.h"
 
 namespace desktop {
 
@@ -42,6 +43,18 @@ void readInto(CalendarItems& all, const fs::path& path) {
   std::move(file.problems.begin(), file.problems.end(), std::back_inserter(all.problems));
 }
 
+/// A device can hold numbers that make no rule. Throws DeviceRefusal for them.
+void expectMeaning(const Recurrence& rule) {
+  const auto refuse = [](std::string_view name, std::uint32_t value) {
+    throw DeviceRefusal("its repetition has no meaning: " + std::string(name) + " " + std::to_string(value));
+  };
+  if (rule.interval == 0) refuse("interval", rule.interval);
+  for (const RecurrenceParameter& parameter : kRecurrenceParameters) {
+    const std::uint32_t value = rule.*parameter.member;
+    if (uses(rule.type, parameter) && (value == 0 || value > parameter.most)) refuse(parameter.name, value);
+  }
+}
+
 }  // namespace
 
 CalendarItems readCalendarFiles(std::span<const fs::path> paths) {
@@ -57,6 +70,7 @@ CalendarItems readCalendarFiles(std::span<const fs::path> paths) {
 }
 
 std::string calendarText(const Appointment& appointment, std::u16string_view deviceIdentity) {
+  if (appointment.recurrence) expectMeaning(*appointment.recurrence);
   try {
     return writeCalendar(appointment, calendarUid(deviceIdentity, appointment.oid));
   } catch (const std::invalid_argument& error) {

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "desktop/all_day_end.h"
 #include "desktop/device_error.h"
 #include "desktop/local_time.h"
 
@@ -28,10 +27,10 @@ LocalTime knownTime(const LocalTime& time, const char* what) {
 
 }  // namespace
 
-void writeException(WireWriter& writer, const AppointmentException& exception, bool allDay) {
+void writeException(WireWriter& writer, const AppointmentException& exception) {
   writer.time(exception.originalDate);
   writer.time(exception.start);
-  writer.time(exception.deleted ? exception.end : exceptionEndToSend(exception.end, allDay));
+  writer.time(exception.end);
   writer.number(exception.deleted ? 1 : 0);
   writer.number(kUnchanged);
   writer.number(reminderWord(exception.reminderSet));
@@ -43,7 +42,7 @@ void writeException(WireWriter& writer, const AppointmentException& exception, b
   }
 }
 
-AppointmentException readException(WireReader& reader, bool allDay) {
+AppointmentException readException(WireReader& reader) {
   AppointmentException exception;
   exception.originalDate = midnightOf(dayOf(knownTime(reader.time(), "original day")));
   const LocalTime start = reader.time();
@@ -61,7 +60,7 @@ AppointmentException readException(WireReader& reader, bool allDay) {
   // A deleted occurrence has no values of its own.
   if (exception.deleted) return exception;
   exception.start = knownTime(start, "start");
-  exception.end = exceptionEndReceived(knownTime(end, "end"), allDay);
+  exception.end = knownTime(end, "end");
   exception.reminderSet = reminderSet != 0;
   if (reminderMinutes != kUnchanged) exception.reminderMinutes = reminderMinutes;
   if (busyStatus != kUnchanged) exception.busyStatus = busyStatus;

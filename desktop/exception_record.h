@@ -22,10 +22,10 @@ namespace desktop {
 
 constexpr std::size_t kExceptionRecordSize = 80;
 
-void writeException(WireWriter& writer, const AppointmentException& exception, bool allDay);
+void writeException(WireWriter& writer, const AppointmentException& exception);
 
 /// Throws ProtocolError for a time that there isn't. What the device sends in full stays in the result, also
 /// where it equals the series.
-AppointmentException readException(WireReader& reader, bool allDay);
+AppointmentException readException(WireReader& reader);
 
 }  // namespace desktop

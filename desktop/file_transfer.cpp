@@ -85,7 +85,8 @@ std::uint64_t getFile(Session& session, const std::u16string& devicePath, Output
     const FileChunk chunk = readFileChunk(session, devicePath, static_cast<std::uint32_t>(got), kGetChunk);
     // Nothing read is the file's end; with an error beside it, it is the end of reading only.
     if (!chunk.opened || (chunk.bytes.empty() && chunk.error != kNoError)) {
-      refuse(devicePath, spellDeviceError(chunk.error) + (got > 0 ? " after byte " + std::to_string(got) : ""));
+      refuse(devicePath,
+             spellDeviceError(chunk.error) + (got > 0 ? " after byte " + std::to_string(got) : ""));
     }
     if (chunk.bytes.empty()) return got;
     file.write(chunk.bytes);

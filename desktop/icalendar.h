@@ -30,7 +30,7 @@ struct CalendarEntry {
 
 struct CalendarFile {
   std::vector<CalendarEntry> entries;     ///< in the file's order; a series is one entry with its exceptions
-  std::vector<CalendarProblem> problems;  ///< in the file's order
+  std::vector<CalendarProblem> problems;  ///< likewise; those of changed occurrences with their series
 };
 
 /// Reads UTF-8 text, with or without a byte-order mark, lines ending in CRLF or LF. Line ends within a

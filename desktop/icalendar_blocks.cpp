@@ -11,8 +11,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// Components that only stand directly in a calendar: one that begins within another means that the END is
-/// missing.
+/// Components that only stand directly in a calendar: where one begins within another, an END is missing.
 constexpr std::array<std::string_view, 5> kItemKinds = {"VEVENT", "VTODO", "VJOURNAL", "VFREEBUSY",
                                                         "VTIMEZONE"};
 
@@ -52,7 +51,7 @@ class Splitter {
     } else if (name == "END") {
       end(valueOf(line));
     } else if (!open_.empty()) {
-      append(line);
+      if (!line.empty()) append(line);
     } else if (inCalendar_ && name == "VERSION" && valueOf(line) == "1.0") {
       throw InputError(fileName_ + ":" + std::to_string(line_) +
                        ": vCalendar 1.0 is not read, only iCalendar 2.0");
@@ -128,7 +127,7 @@ class Splitter {
 }  // namespace
 
 std::vector<CalendarBlock> splitCalendar(std::string_view text, const std::string& fileName) {
-  // A NUL would end the text early for the parser; no calendar program writes one, but UTF-16 is full of
+  // A NUL would end the text early for the parser. No calendar program writes one, but UTF-16 is full of
   // them.
   if (text.find('\0') != std::string_view::npos) throw InputError(fileName + ": not an iCalendar file");
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());

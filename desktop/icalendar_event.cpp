@@ -40,8 +40,7 @@ constexpr std::size_t kMostSubject = 4096;
 constexpr std::size_t kMostLocation = 1023;
 constexpr std::size_t kMostCategories = 1023;
 
-/// Properties without which an event would be at another time; the parser leaves out those that it can't
-/// read.
+/// Without these an event would be at another time; the parser leaves out those that it can't read.
 constexpr std::array<std::string_view, 8> kTimeProperties = {
     "DTSTART", "DTEND", "DURATION", "RRULE", "RDATE", "EXDATE", "EXRULE", "RECURRENCE-ID"};
 
@@ -51,7 +50,7 @@ icalproperty* first(icalcomponent& event, icalproperty_kind kind) {
 
 std::u16string decode(icalproperty& property) {
   try {
-    return toUtf16(copyText(icalvalue_get_text(icalproperty_get_value(&property))));
+    return withFileLineEnds(toUtf16(copyText(icalvalue_get_text(icalproperty_get_value(&property)))));
   } catch (const InputError&) {
     throw ItemRefused(copyText(icalproperty_get_property_name(&property)) + " is no UTF-8 text");
   }
@@ -192,7 +191,7 @@ void refuseBrokenTimes(icalcomponent& event) {
     const std::string remark = copyText(icalproperty_get_xlicerror(&property));
     for (const std::string_view name : kTimeProperties) {
       if (remark.find(" in " + std::string(name) + " property") == std::string::npos) continue;
-      const std::size_t value = remark.rfind(": ");
+      const std::size_t value = remark.find(": ");
       throw ItemRefused(std::string(name) + " can't be read" +
                         (value == std::string::npos ? "" : remark.substr(value)));
     }

@@ -159,8 +159,7 @@ class ExceptionReader {
     if (changed.isPrivate != original().isPrivate) notes_.add(which + " is as private as its series");
   }
 
-  /// An occurrence is all-day when its series is; it then ends, as the device's calendar has it, on the day
-  /// after.
+  /// An occurrence is all-day when its series is; on the device it then ends on the day after.
   void setTimes(AppointmentException& exception, const Appointment& changed) {
     exception.start = changed.start;
     exception.end = changed.allDay ? addDays(changed.end, 1) : changed.end;

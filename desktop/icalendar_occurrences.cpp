@@ -8,9 +8,8 @@ namespace {
 
 constexpr std::size_t kMoreThanAYearOfDays = 400;
 
-/// Calls `use(LocalTime)` for one entry after another until it returns false or the series ends. The rule is
-/// walked by the clock of the series alone: within a zone the iterator doesn't find back from an hour that
-/// the clock skipped.
+/// Calls `use(LocalTime)` for one entry after another until it returns false or the series ends. The iterator
+/// gets floating times: within a zone it doesn't find back from an hour that the clock skipped.
 template <typename Use>
 void walk(const icalrecurrencetype& rule, const icaltimetype& start, Use use) {
   const RecurrenceIterator iterator(icalrecur_iterator_new(rule, floating(start)));

@@ -17,12 +17,12 @@ namespace desktop {
 std::size_t comparedOccurrences(const icalrecurrencetype& rule);
 
 /// The rule with its UNTIL by the clock of `start`: a DATE for dates, else a floating time, a day meaning its
-/// end. Calendar programs mix these up, and libical compares what it is given. One after the device's last
-/// year is none.
+/// end. Calendar programs mix these up, and libical compares what it is given. One past the device's calendar
+/// is no end.
 icalrecurrencetype withComparableEnd(icalrecurrencetype rule, const icaltimetype& start);
 
-/// The first entries of a series as this computer's clock shows them, `limit` at most; none for a rule that
-/// is broken.
+/// The first entries of a series, `limit` at most, as this computer's clock shows them. None for a broken
+/// rule.
 std::vector<LocalTime> expand(const icalrecurrencetype& rule, const icaltimetype& start, std::size_t limit);
 
 /// The entries up to the end of `last`, by their day here.

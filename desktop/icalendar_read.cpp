@@ -142,8 +142,8 @@ class CalendarReader {
     const Series held = readSeries(series.rule, series.first.start, series.first.appointment);
     appointment.recurrence = held.recurrence;
     if (!held.shifted.empty()) {
-      notes.add(std::to_string(held.shifted.size()) +
-                " occurrences are at another hour here and kept as exceptions");
+      notes.add("occurrences at another hour here, kept as exceptions: " +
+                std::to_string(held.shifted.size()));
     }
     appointment.exceptions = readExceptions(series, zones_, held.shifted, notes, file_.problems);
   }

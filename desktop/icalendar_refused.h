@@ -1,5 +1,4 @@
-// Why an item of a calendar file can't be taken; thrown while one item is read, caught where the next one
-// begins.
+// Why an item of a calendar file can't be taken: thrown while it is read, caught before the next one.
 #pragma once
 
 #include <stdexcept>

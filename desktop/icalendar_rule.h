@@ -7,8 +7,8 @@
 //   BYMONTHDAY=-1 MonthlyNth          FREQ=MONTHLY;BYDAY=2TU or -1FR; several days: BYDAY=MO,TU;BYSETPOS=2
 //   Yearly, YearlyNth   FREQ=YEARLY;BYMONTH=3 with the same
 //
-// Days 29 to 31 are spelled so because the device takes the last day of a shorter month where a rule skips
-// the month.
+// Days 29 to 31 are spelled so because in a shorter month the device takes the last day, where a rule skips
+// the month altogether.
 #pragma once
 
 #include <libical/ical.h>
@@ -20,14 +20,14 @@
 namespace desktop {
 
 /// The rule of a pattern, with UNTIL as a DATE or as a floating DATE-TIME at the last day's end.
-/// Throws std::invalid_argument for a month outside the year; other numbers that make no rule are for the
-/// parser to refuse.
+/// Throws std::invalid_argument for a month outside the year; other numbers that make no rule are left for
+/// the parser of rules to refuse.
 std::string ruleText(const Recurrence& recurrence, bool allDay);
 
 /// The pattern closest to the rule, for a series whose first entry begins at `start` here, `dayShift` days
 /// after its date in its own zone (-1, 0 or 1). Only an expansion of both can tell whether they mean the
-/// same: parts of a rule that no pattern has are passed over. Nothing when no pattern comes near. The end is
-/// not set.
+/// same: parts of a rule that no pattern has are passed over. Nothing when no pattern comes near. The pattern
+/// has no end yet.
 std::optional<Recurrence> closestPattern(const icalrecurrencetype& rule, const LocalTime& start,
                                          int dayShift);
 

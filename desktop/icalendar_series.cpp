@@ -29,8 +29,10 @@ constexpr std::size_t kMostShifted = 100;
 
 void checkLimits(const icalrecurrencetype& rule) {
   if (rule.freq < ICAL_DAILY_RECURRENCE) refuse(rule, "it repeats within a day");
-  if (rule.count > kMostOccurrences) refuse(rule, "it has more than 999 occurrences");
-  if (rule.interval > kLargestInterval) refuse(rule, "its interval is larger than 999");
+  if (rule.count > kMostOccurrences)
+    refuse(rule, "it has more than " + std::to_string(kMostOccurrences) + " occurrences");
+  if (rule.interval > kLargestInterval)
+    refuse(rule, "its interval is larger than " + std::to_string(kLargestInterval));
 }
 
 std::int64_t timeOfDay(const LocalTime& time) {
@@ -78,8 +80,8 @@ AppointmentException shiftedEntry(const LocalTime& begin, const Appointment& fir
   return entry;
 }
 
-/// The entries that begin at another hour than the pattern's. An hour that the clock skips is left to the
-/// device.
+/// The entries that begin at another hour than the pattern's. What the device makes of an hour that the clock
+/// skips is its own affair.
 std::vector<AppointmentException> findShifted(const std::vector<LocalTime>& wanted,
                                               const std::vector<LocalTime>& held, const Appointment& first) {
   std::vector<AppointmentException> shifted;

@@ -16,7 +16,7 @@ struct Series {
 };
 
 /// `start` is the first entry's start with its zone, `first` that entry here. The pattern is expanded and
-/// compared with the rule, so that a series is held exactly or not at all: throws ItemRefused when the device
+/// compared with the rule, so that a series is held exactly or not at all. Throws ItemRefused when the device
 /// can't hold it.
 Series readSeries(const icalrecurrencetype& rule, const icaltimetype& start, const Appointment& first);
 

@@ -41,7 +41,7 @@ std::u16string withDeviceLineEnds(std::u16string_view text) {
 std::u16string asOneLine(std::u16string_view text) {
   std::u16string result = replaceLineEnds(text, u" ");
   std::replace(result.begin(), result.end(), u'\t', u' ');
-  return result;
+  return std::u16string(withoutBlanks(result));
 }
 
 std::u16string withFileLineEnds(std::u16string_view text) {

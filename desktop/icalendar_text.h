@@ -9,7 +9,7 @@ namespace desktop {
 /// Line ends of any kind become CRLF, as the device's editor has them.
 std::u16string withDeviceLineEnds(std::u16string_view text);
 
-/// Line ends of any kind, and tabs, become one blank each.
+/// Line ends of any kind, and tabs, become one blank each; blanks around the whole are dropped.
 std::u16string asOneLine(std::u16string_view text);
 
 /// Line ends become LF, and control characters, which a calendar file can't carry, are left out.

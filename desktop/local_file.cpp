@@ -82,7 +82,6 @@ void OutputFile::write(BytesView bytes) {
 }
 
 void OutputFile::commit() {
-  if (::fsync(descriptor_.get()) != 0) fail();
   if (std::rename(temporary_.c_str(), path_.c_str()) != 0) fail();
   temporary_.clear();
 }

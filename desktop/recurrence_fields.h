@@ -11,15 +11,16 @@ namespace desktop {
 struct RecurrenceParameter {
   std::string_view name;  ///< as a person calls it
   std::uint32_t Recurrence::*member;
-  unsigned flag;  ///< its bit in a shape's parameters
+  unsigned flag;       ///< its bit in a shape's parameters
+  std::uint32_t most;  ///< the least is 1 for each of them
 };
 
 /// In the order in which they stand on the wire.
 inline constexpr std::array kRecurrenceParameters{
-    RecurrenceParameter{"weekdays", &Recurrence::dayOfWeekMask, 1},
-    RecurrenceParameter{"day of month", &Recurrence::dayOfMonth, 2},
-    RecurrenceParameter{"week of month", &Recurrence::instance, 4},
-    RecurrenceParameter{"month", &Recurrence::monthOfYear, 8},
+    RecurrenceParameter{"weekdays", &Recurrence::dayOfWeekMask, 1, 127},
+    RecurrenceParameter{"day of month", &Recurrence::dayOfMonth, 2, 31},
+    RecurrenceParameter{"week of month", &Recurrence::instance, 4, 5},
+    RecurrenceParameter{"month", &Recurrence::monthOfYear, 8, 12},
 };
 
 struct RecurrenceShape {

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "emulator/pim/local_clock.h"
 #include "emulator/system/path_folders.h"
 #include "emulator/system/utf16.h"
 
@@ -10,28 +11,23 @@ namespace {
 
 constexpr std::u16string_view kFreshFolders[] = {u"\\Windows", u"\\Temp", u"\\My Documents"};
 
-LocalClock localClock(const Configuration& configuration, const Clock& clock) {
-  return [&configuration, &clock] {
-    // The clock is the host's: its time has a calendar form.
-    return *toDate(*systemTimeOf(configuration.timeZone().toLocal(clock.now())));
-  };
+void fill(ObjectStore& store, const NewDevice& description) {
+  Configuration configuration(store.settings());
+  configuration.setOsVersion(description.osVersion);
+  configuration.setTimeZone(description.timeZone);
+  configuration.setModulePath(description.modulePath);
+  const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
+  FileTree files(store, clock);
+  for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
+  if (const auto reason = makeModuleFolder(files, description.modulePath)) {
+    throw std::invalid_argument(toUtf8(description.modulePath) + ": " + *reason);
+  }
 }
 
 }  // namespace
 
 void Device::create(const std::string& path, const NewDevice& description) {
-  ObjectStore::create(path, [&description](ObjectStore& store) {
-    Configuration configuration(store.settings());
-    configuration.setOsVersion(description.osVersion);
-    configuration.setTimeZone(description.timeZone);
-    configuration.setModulePath(description.modulePath);
-    const Clock clock(store.settings(), description.hostClock, Clock::Pace::Skipping);
-    FileTree files(store, clock);
-    for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
-    if (const auto reason = makeModuleFolder(files, description.modulePath)) {
-      throw std::invalid_argument('"' + toUtf8(description.modulePath) + "\": " + *reason);
-    }
-  });
+  ObjectStore::create(path, [&description](ObjectStore& newStore) { fill(newStore, description); });
 }
 
 Device::Device(const std::string& path, const DeviceOptions& options)
@@ -47,7 +43,7 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       modules(configuration, lastError),
-      objectModel(store, memory, localClock(configuration, clock)) {}
+      objectModel(store, memory, localClock(clock, configuration)) {}
 
 void Device::commit() {
   store.commit();

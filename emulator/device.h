@@ -50,6 +50,7 @@ struct Device {
   explicit Device(const std::string& path, const DeviceOptions& options = {});
   Device(const Device&) = delete;
   Device& operator=(const Device&) = delete;
+  ~Device() = default;
 
   /// Makes what changed since the last commit permanent. Called before a reply leaves the device.
   void commit();

@@ -1,6 +1,4 @@
-// The end kind as the stored recurrence has it: the pattern itself tells occurrences for both kinds of end.
-
-#include <optional>
+#include "pim/end_kind.h"
 
 #include "pim/recurrence.h"
 #include "platform/errors.h"
@@ -30,19 +28,13 @@ std::size_t endTypeOffset(DWORD patternType) {
   }
 }
 
-std::optional<DWORD> blobNumber(const CEBLOB& blob, std::size_t offset) {
-  if (!blob.lpb || blob.dwCount < offset + sizeof(DWORD)) return std::nullopt;
-  return loadDword(blob.lpb + offset);
+std::optional<DWORD> numberAt(std::span<const BYTE> blob, std::size_t offset) {
+  if (blob.size() < offset + sizeof(DWORD)) return std::nullopt;
+  return loadDword(blob.data() + offset);
 }
 
-/// Nothing for a blob that is too short to tell.
-std::optional<EndKind> storedEndKind(const CEBLOB& blob) {
-  const auto patternType = blobNumber(blob, kPatternTypeOffset);
-  if (!patternType) return std::nullopt;
-  const auto endType = blobNumber(blob, endTypeOffset(*patternType));
-  if (!endType) return std::nullopt;
-  if (*endType == kEndsOnDate) return EndKind::OnDate;
-  return *endType == kEndsAfterOccurrences ? EndKind::AfterOccurrences : EndKind::Never;
+std::span<const BYTE> bytesOf(const CEBLOB& blob) {
+  return blob.lpb ? std::span<const BYTE>(blob.lpb, blob.dwCount) : std::span<const BYTE>();
 }
 
 /// Property values in one block of the process heap.
@@ -71,6 +63,15 @@ class ItemProperties {
 
 }  // namespace
 
+std::optional<EndKind> storedEndKind(std::span<const BYTE> blob) {
+  const auto patternType = numberAt(blob, kPatternTypeOffset);
+  if (!patternType) return std::nullopt;
+  const auto endType = numberAt(blob, endTypeOffset(*patternType));
+  if (!endType) return std::nullopt;
+  if (*endType == kEndsOnDate) return EndKind::OnDate;
+  return *endType == kEndsAfterOccurrences ? EndKind::AfterOccurrences : EndKind::Never;
+}
+
 bool correctEndKind(IPOutlookApp& application, LONG oid, CEPROPID property, RecurrenceBlock& block) {
   ComPtr<IDispatch> any;
   if (FAILED(application.GetItemFromOid(oid, any.put())) || !any) return false;
@@ -81,7 +82,7 @@ bool correctEndKind(IPOutlookApp& application, LONG oid, CEPROPID property, Recu
   if (!stored) return false;
   block.setEndKind(EndKind::AfterOccurrences);
   if (stored->wFlags == CEDB_PROPNOTFOUND) return true;
-  if (const auto kind = storedEndKind(stored->val.blob)) block.setEndKind(*kind);
+  if (const auto kind = storedEndKind(bytesOf(stored->val.blob))) block.setEndKind(*kind);
   return true;
 }
 

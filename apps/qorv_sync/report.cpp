@@ -8,6 +8,13 @@
 
 namespace qorv_sync {
 
+namespace {
+
+/// Often enough to see it move; a terminal is slow.
+constexpr std::chrono::milliseconds kProgressStep{100};
+
+}  // namespace
+
 void Report::say(std::string_view line) {
   clearProgress();
   if (!isJson_) std::cout << desktop::onOneLine(line) << '\n';
@@ -30,8 +37,10 @@ void Report::remark(std::string_view what) {
 }
 
 void Report::progress(const std::string& text) {
-  static const bool kIsTerminal = ::isatty(STDERR_FILENO) == 1;
-  if (!kIsTerminal) return;
+  static const bool isTerminal = ::isatty(STDERR_FILENO) == 1;
+  const auto now = std::chrono::steady_clock::now();
+  if (!isTerminal || now < progressDue_) return;
+  progressDue_ = now + kProgressStep;
   clearProgress();
   std::cerr << text << std::flush;
   progressShown_ = true;

@@ -1,6 +1,7 @@
 // The account of one run: for people on standard output, or as JSON for scripts; failures on standard error.
 #pragma once
 
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
@@ -39,7 +40,8 @@ class Report {
   /// A line on standard error that is no failure.
   void remark(std::string_view what);
 
-  /// What is going on, when standard error is a terminal; replaced by whatever is said next.
+  /// What is going on, when standard error is a terminal; shown now and then, and replaced by whatever is
+  /// said next.
   void progress(const std::string& text);
 
   /// Prints what is still to be printed.
@@ -53,6 +55,7 @@ class Report {
   nlohmann::json failures_ = nlohmann::json::array();
   ExitStatus status_ = ExitStatus::Done;
   bool progressShown_ = false;
+  std::chrono::steady_clock::time_point progressDue_{};
 };
 
 }  // namespace qorv_sync

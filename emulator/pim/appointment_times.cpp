@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "emulator/pim/variant_time.h"
+
 namespace emulator {
 namespace {
 

@@ -61,9 +61,13 @@ FoundValue find(ItemCore& core, const PimItem& item, CEPROPID id) {
 }
 
 // Blobs and texts lie behind the values, each at an even address.
-std::size_t placeBytes(std::vector<FoundValue>& found) {
+constexpr std::size_t evenSize(std::size_t size) {
+  return (size + 1) & ~std::size_t{1};
+}
+
+std::size_t blockSize(const std::vector<FoundValue>& found) {
   std::size_t size = found.size() * sizeof(CEPROPVAL);
-  for (const FoundValue& value : found) size += (value.bytes.size() + 1) & ~std::size_t{1};
+  for (const FoundValue& value : found) size += evenSize(value.bytes.size());
   return size;
 }
 
@@ -77,7 +81,7 @@ void fillBlock(std::uint8_t* block, std::vector<FoundValue>& found) {
       const bool isBlob = (value.propid & 0xFFFF) == CEVT_BLOB;
       if (isBlob) value.val.blob = {static_cast<DWORD>(size), bytes};
       if (!isBlob) value.val.lpwstr = reinterpret_cast<LPWSTR>(bytes);
-      bytes += (size + 1) & ~std::size_t{1};
+      bytes += evenSize(size);
     }
     std::memcpy(block + i * sizeof(CEPROPVAL), &value, sizeof value);
   }
@@ -111,14 +115,14 @@ HRESULT getProps(ItemCore& core, std::span<const CEPROPID> ids, ULONG flags, CEP
   if (values == nullptr || size == nullptr) return E_POINTER;
   *values = nullptr;
   *size = 0;
-  if (ids.data() == nullptr || ids.empty() || flags != CEDB_ALLOWREALLOC) return E_INVALIDARG;
+  if (ids.data() == nullptr || ids.empty() || (flags & CEDB_ALLOWREALLOC) == 0) return E_INVALIDARG;
   if (core.oid() == 0) return MAPI_W_ERRORS_RETURNED;
   return atBoundary([&] {
     const PimItem* item = core.item();
     if (item == nullptr) return E_FAIL;
     std::vector<FoundValue> found;
     for (const CEPROPID id : ids) found.push_back(find(core, *item, id));
-    const std::size_t bytes = placeBytes(found);
+    const std::size_t bytes = blockSize(found);
     void* block = core.context().memory.allocateBlock(heap, bytes);
     if (block == nullptr) return E_OUTOFMEMORY;
     fillBlock(static_cast<std::uint8_t*>(block), found);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "emulator/pim/variant_time.h"
 #include "platform/outlook.h"
 
 namespace emulator {

@@ -1,8 +1,8 @@
 // What the object model does with values that are put into an item, and with an item that is saved.
 #pragma once
 
+#include "emulator/pim/local_clock.h"
 #include "emulator/pim/pim_item.h"
-#include "emulator/pim/variant_time.h"
 #include "platform/errors.h"
 
 namespace emulator {

@@ -86,6 +86,10 @@ HRESULT PimItems::replaceExceptions(const PimItem& series, SeriesExceptions exce
     const HRESULT prepared = exception.appointment ? prepareForSave(*exception.appointment) : S_OK;
     if (FAILED(prepared)) return prepared;
   }
+  const auto sameOccurrence = [](const SeriesException& left, const SeriesException& right) {
+    return left.originalDay == right.originalDay;
+  };
+  if (std::ranges::adjacent_find(exceptions, sameOccurrence) != exceptions.end()) return E_INVALIDARG;
   for (const SeriesException& exception : exceptions) {
     const HRESULT result = checkPlacement(series, exceptions, exception);
     if (FAILED(result)) return result;

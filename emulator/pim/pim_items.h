@@ -56,7 +56,8 @@ class PimItems {
   }
   /// Saves one exception of a saved series, or refuses it: see checkPlacement.
   HRESULT putException(Oid series, SeriesException exception);
-  /// Saves all exceptions of a saved series at once, in place of those it had, or refuses them all.
+  /// Saves all exceptions of a saved series at once, in place of those it had, or refuses them all: see
+  /// checkPlacement; E_INVALIDARG also for two of one occurrence.
   HRESULT replaceExceptions(const PimItem& series, SeriesExceptions exceptions);
 
  private:

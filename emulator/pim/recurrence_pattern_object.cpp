@@ -8,6 +8,7 @@
 #include "emulator/pim/occurrence.h"
 #include "emulator/pim/recurrence_puts.h"
 #include "emulator/pim/recurrence_series.h"
+#include "emulator/pim/variant_time.h"
 #include "platform/outlook.h"
 
 namespace emulator {

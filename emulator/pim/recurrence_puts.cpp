@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "emulator/pim/recurrence_series.h"
+#include "emulator/pim/variant_time.h"
 #include "platform/outlook.h"
 
 namespace emulator {

@@ -1,8 +1,8 @@
 // What putting a value into a recurrence pattern does to the item that the pattern belongs to.
 #pragma once
 
+#include "emulator/pim/local_clock.h"
 #include "emulator/pim/pim_item.h"
-#include "emulator/pim/variant_time.h"
 
 namespace emulator {
 

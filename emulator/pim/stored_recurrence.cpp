@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "emulator/pim/recurrence_blob.h"
+#include "emulator/pim/variant_time.h"
 
 namespace emulator {
 namespace {

@@ -7,14 +7,9 @@ namespace {
 
 constexpr double kMillisecondsPerDay = 86400000.0;
 constexpr std::int64_t kSecondsPerDay = 86400;
-constexpr std::chrono::year kFirstYear{1601};
-constexpr std::chrono::year kLastYear{9999};
-constexpr double kFirstDate = dayOf(kFirstYear / 1 / 1);
-constexpr double kDateAfterLast = dayOf(kLastYear / 12 / 31) + 1;
-
-bool isTimeOfDay(const SYSTEMTIME& time) {
-  return time.wHour < 24 && time.wMinute < 60 && time.wSecond < 60 && time.wMilliseconds < 1000;
-}
+constexpr Day kFirstFileDay = dayOf(std::chrono::year{1601} / 1 / 1);
+constexpr int kLastYear = 9999;
+constexpr Day kDayAfterLast = dayOf(std::chrono::year{kLastYear + 1} / 1 / 1);
 
 }  // namespace
 
@@ -27,7 +22,7 @@ Day dayAt(double date) {
 }
 
 double timeOfDayAt(double date) {
-  return roundToMillisecond(date) - dayAt(date);
+  return roundToMillisecond(date - dayAt(date));
 }
 
 double nextMidnight(double date) {
@@ -35,36 +30,31 @@ double nextMidnight(double date) {
 }
 
 double nextFullHour(double date) {
-  return (std::floor(std::round(date * kSecondsPerDay) / 3600) + 1) / 24;
+  constexpr double kSecondsPerHour = 3600;
+  return (std::floor(std::round(date * kSecondsPerDay) / kSecondsPerHour) + 1) / 24;
 }
 
-std::optional<SYSTEMTIME> toSystemTime(double date) {
-  if (!(date > kFirstDate - 1 && date < kDateAfterLast)) return std::nullopt;
-  // Before the first day of the count the whole part goes backwards, the time of day still forwards.
-  const double whole = std::trunc(date);
-  const std::int64_t seconds = std::llround(std::abs(date - whole) * kSecondsPerDay);
-  const auto day = static_cast<Day>(whole) + static_cast<Day>(seconds / kSecondsPerDay);
-  const auto calendar = dateOf(day);
-  if (calendar.year() < kFirstYear || calendar.year() > kLastYear) return std::nullopt;
-  const std::int64_t rest = seconds % kSecondsPerDay;
-  return SYSTEMTIME{static_cast<WORD>(static_cast<int>(calendar.year())),
-                    static_cast<WORD>(static_cast<unsigned>(calendar.month())),
-                    static_cast<WORD>(weekdayOf(day)),
-                    static_cast<WORD>(static_cast<unsigned>(calendar.day())),
-                    static_cast<WORD>(rest / 3600),
-                    static_cast<WORD>(rest / 60 % 60),
-                    static_cast<WORD>(rest % 60),
-                    0};
+// Before the first day of the count the whole part goes backwards, the time of day still forwards.
+double toDate(Ticks local) {
+  const std::int64_t seconds = local / kTicksPerSecond;
+  const double day = static_cast<double>(seconds / kSecondsPerDay) + kFirstFileDay;
+  const double timeOfDay = static_cast<double>(seconds % kSecondsPerDay) / kSecondsPerDay;
+  return day < 0 ? day - timeOfDay : day + timeOfDay;
 }
 
 std::optional<double> toDate(const SYSTEMTIME& time) {
-  const auto calendar = std::chrono::year{time.wYear} / time.wMonth / time.wDay;
-  if (time.wYear > static_cast<int>(kLastYear) || calendar.year() < kFirstYear || !calendar.ok())
-    return std::nullopt;
-  if (!isTimeOfDay(time)) return std::nullopt;
-  const double day = dayOf(calendar);
-  const double timeOfDay = (time.wHour * 3600 + time.wMinute * 60 + time.wSecond) / 86400.0;
-  return day < 0 ? day - timeOfDay : day + timeOfDay;
+  const std::optional<Ticks> ticks = ticksOf(time);
+  if (!ticks || time.wYear > kLastYear) return std::nullopt;
+  return toDate(*ticks);
+}
+
+std::optional<SYSTEMTIME> toSystemTime(double date) {
+  if (!(date > kFirstFileDay - 1 && date < kDayAfterLast)) return std::nullopt;
+  const double day = std::trunc(date);
+  const std::int64_t timeOfDay = std::llround(std::abs(date - day) * kSecondsPerDay);
+  const std::int64_t seconds = (static_cast<std::int64_t>(day) - kFirstFileDay) * kSecondsPerDay + timeOfDay;
+  const std::optional<SYSTEMTIME> time = systemTimeOf(seconds * kTicksPerSecond);
+  return time && time->wYear <= kLastYear ? time : std::nullopt;
 }
 
 }  // namespace emulator

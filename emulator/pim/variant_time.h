@@ -1,16 +1,12 @@
 // Times as the numbers of DATEs: days since 1899-12-30 in local time, the time of day as fraction.
 #pragma once
 
-#include <functional>
 #include <optional>
 
 #include "emulator/pim/calendar_day.h"
-#include "platform/types.h"
+#include "emulator/system/file_time.h"
 
 namespace emulator {
-
-/// The device's clock: local time as the number of a DATE.
-using LocalClock = std::function<double()>;
 
 inline constexpr double kHour = 1.0 / 24;
 inline constexpr double kMinute = 1.0 / 1440;
@@ -28,10 +24,12 @@ double nextMidnight(double date);
 /// The first full hour after a time.
 double nextFullHour(double date);
 
-/// Whole seconds with the day of week, milliseconds 0. Nothing outside the years 1601 to 9999.
-std::optional<SYSTEMTIME> toSystemTime(double date);
+/// A moment in whole seconds, as the object model's conversions give it.
+double toDate(Ticks local);
 /// Whole seconds: milliseconds are left out, the day of week is ignored. Nothing for a time that does not
 /// exist or lies outside the years 1601 to 9999.
 std::optional<double> toDate(const SYSTEMTIME& time);
+/// Whole seconds with the day of week, milliseconds 0. Nothing outside the years 1601 to 9999.
+std::optional<SYSTEMTIME> toSystemTime(double date);
 
 }  // namespace emulator

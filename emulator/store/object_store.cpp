@@ -1,12 +1,11 @@
 #include "emulator/store/object_store.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <limits>
 #include <system_error>
-#include <unistd.h>
 
 #include "emulator/store/schema.h"
 
@@ -20,15 +19,15 @@ constexpr int kNoKind = 0;  ///< The kind of an identifier that is free but must
 class NewFile {
  public:
   explicit NewFile(const std::string& path) : path_(path) {
-    const int descriptor = ::open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
-    if (descriptor < 0) throw StoreError(path, errno == EEXIST ? "already exists" : std::strerror(errno));
-    ::close(descriptor);
+    std::FILE* file = std::fopen(path.c_str(), "wbx");
+    if (file == nullptr) throw StoreError(path, errno == EEXIST ? "already exists" : std::strerror(errno));
+    static_cast<void>(std::fclose(file));
   }
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
   ~NewFile() {
     if (kept_) return;
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) ::unlink((path_ + suffix).c_str());
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::remove((path_ + suffix).c_str());
   }
   void keep() { kept_ = true; }
 
@@ -114,12 +113,8 @@ ObjectStore::ObjectStore(const std::string& path, Unfinished)
 }
 
 Oid ObjectStore::allocate(ObjectKind kind) {
-  Oid oid = nextOid();
-  while (connection_.query("SELECT 1 FROM object WHERE oid = ?", oid).next()) ++oid;
-  if (oid == std::numeric_limits<Oid>::max() || oid == 0) {
-    throw StoreError(connection_.name(), "no object identifiers are left");
-  }
-  settings_.put(kNextOidSetting, oid + 1);
+  Oid oid = countOn();
+  while (connection_.query("SELECT 1 FROM object WHERE oid = ?", oid).next()) oid = countOn();
   connection_.run("INSERT INTO object (oid, kind) VALUES (?, ?)", oid, kind);
   return oid;
 }
@@ -143,7 +138,7 @@ std::optional<ObjectKind> ObjectStore::kindOf(Oid oid) {
 }
 
 void ObjectStore::release(Oid oid) {
-  if (oid < nextOid()) {
+  if (oid < settings_.get<std::int64_t>(kNextOidSetting)) {
     connection_.run("DELETE FROM object WHERE oid = ?", oid);
   } else {
     // A claimed identifier that the count has not reached yet: the row stays so that the count passes over
@@ -160,8 +155,13 @@ void ObjectStore::rollback() {
   connection_.rollback();
 }
 
-Oid ObjectStore::nextOid() const {
-  return settings_.get<Oid>(kNextOidSetting).value_or(kFirstOid);
+Oid ObjectStore::countOn() {
+  // One statement, so that two programs on one device never count the same.
+  Cursor row = connection_.query(
+      "UPDATE setting SET value = value + 1 WHERE name = ? AND value <= ? RETURNING value - 1",
+      kNextOidSetting, std::numeric_limits<Oid>::max());
+  if (!row.next()) throw StoreError(connection_.name(), "no object identifiers are left");
+  return row.get<Oid>(0);
 }
 
 }  // namespace emulator

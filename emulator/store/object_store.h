@@ -55,7 +55,7 @@ class ObjectStore {
   struct Unfinished {};  ///< Opens a file that `create` has just made.
   ObjectStore(const std::string& path, Unfinished);
 
-  Oid nextOid() const;
+  Oid countOn();
 
   Connection connection_;
   Settings settings_;

@@ -139,7 +139,7 @@ Cursor Connection::use(std::string_view sql) {
     idle.pop_back();
   }
   if (sqlite3_stmt_readonly(statement.get()) == 0 && !inTransaction()) execute("BEGIN IMMEDIATE");
-  return Cursor(std::move(statement), idle, name_);
+  return {std::move(statement), idle, name_};
 }
 
 void Connection::check(int result) const {

@@ -32,6 +32,8 @@ class Cursor {
  public:
   Cursor(Cursor&& other) noexcept = default;
   Cursor& operator=(Cursor&&) = delete;
+  Cursor(const Cursor&) = delete;
+  Cursor& operator=(const Cursor&) = delete;
   ~Cursor();
 
   /// Moves to the next row; false when there is none left. Throws StoreError.

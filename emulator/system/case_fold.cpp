@@ -1,9 +1,9 @@
 #include "emulator/system/case_fold.h"
 
 #include <algorithm>
-#include <locale.h>
+#include <clocale>
+#include <cwctype>
 #include <stdexcept>
-#include <wctype.h>
 
 namespace emulator {
 namespace {

@@ -19,10 +19,7 @@ Ticks hostTime() {
 }
 
 Clock::Clock(Settings& settings, Source source, Pace pace)
-    : settings_(settings), source_(std::move(source)), pace_(pace) {
-  reload();
-  opened_ = now();
-}
+    : settings_(settings), source_(std::move(source)), pace_(pace), offset_(savedOffset()), opened_(now()) {}
 
 void Clock::sleep(DWORD milliseconds) {
   if (pace_ == Pace::RealTime) {
@@ -54,7 +51,11 @@ DWORD Clock::tickCount() const {
 }
 
 void Clock::reload() {
-  offset_ = settings_.get<Ticks>(kOffsetSetting).value_or(0);
+  offset_ = savedOffset();
+}
+
+Ticks Clock::savedOffset() const {
+  return settings_.get<Ticks>(kOffsetSetting).value_or(0);
 }
 
 }  // namespace emulator

@@ -34,13 +34,14 @@ class Clock {
   void reload();
 
  private:
+  Ticks savedOffset() const;
   void runDue();
 
   Settings& settings_;
   Source source_;
   Pace pace_;
-  Ticks offset_ = 0;
-  Ticks opened_ = 0;
+  Ticks offset_;
+  Ticks opened_;
   std::multimap<Ticks, std::function<void()>> planned_;  ///< by the moment when it is due
 };
 

@@ -26,7 +26,7 @@ void FileContents::write(Oid file, std::int64_t offset, ByteView data) {
   while (!data.empty()) {
     const std::int64_t number = offset / kChunkBytes;
     const auto begin = static_cast<std::size_t>(offset % kChunkBytes);
-    const std::size_t length = std::min(data.size(), static_cast<std::size_t>(kChunkBytes) - begin);
+    const auto length = std::min(data.size(), static_cast<std::size_t>(kChunkBytes) - begin);
     Bytes bytes = length == static_cast<std::size_t>(kChunkBytes) ? Bytes() : chunk(file, number);
     bytes.resize(std::max(bytes.size(), begin + length));
     std::ranges::copy(data.first(length), bytes.begin() + static_cast<std::ptrdiff_t>(begin));

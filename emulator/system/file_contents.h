@@ -12,7 +12,7 @@ namespace emulator {
 class FileContents {
  public:
   /// Small enough that a file written in small pieces, each of which rewrites its last chunk, stays cheap.
-  static constexpr std::int64_t kChunkBytes = 16 * 1024;
+  static constexpr std::int64_t kChunkBytes = 16384;
 
   explicit FileContents(Connection& connection) : connection_(connection) {}
 

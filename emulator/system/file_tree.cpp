@@ -27,16 +27,16 @@ std::optional<FileNode> nextNode(Cursor row) {
 
 }  // namespace
 
-FilePlace FileTree::locate(std::u16string_view text) {
+FilePlace FileTree::locate(std::u16string_view path) {
   FilePlace place;
-  FilePath path;
-  place.error = splitPath(text, path);
+  FilePath parts;
+  place.error = splitPath(path, parts);
   if (place.error != ERROR_SUCCESS) return place;
-  if (path.name.empty()) {
+  if (parts.name.empty()) {
     place.node = FileNode();
     return place;
   }
-  for (const std::u16string_view name : path.folders) {
+  for (const std::u16string_view name : parts.folders) {
     const auto folder = child(place.folder, name);
     if (!folder || !folder->isFolder()) {
       place.error = ERROR_PATH_NOT_FOUND;
@@ -44,8 +44,8 @@ FilePlace FileTree::locate(std::u16string_view text) {
     }
     place.folder = folder->oid;
   }
-  place.name = path.name;
-  place.node = child(place.folder, path.name);
+  place.name = parts.name;
+  place.node = child(place.folder, parts.name);
   return place;
 }
 
@@ -69,7 +69,7 @@ std::optional<FileNode> FileTree::nextChild(Oid folder, Oid after) {
 
 std::u16string FileTree::pathOf(Oid oid) {
   std::u16string path;
-  for (auto part = node(oid); part; part = node(part->parent)) path = u'\\' + part->name + path;
+  for (auto part = node(oid); part; part = node(part->parent)) path.insert(0, u'\\' + part->name);
   return path;
 }
 
@@ -77,20 +77,19 @@ FileNode FileTree::make(Oid folder, std::u16string_view name, DWORD attributes, 
   const DWORD stored = storedAttributes(attributes);
   const ObjectKind kind = (stored & FILE_ATTRIBUTE_DIRECTORY) != 0 ? ObjectKind::Directory : ObjectKind::File;
   if (oid) store_.claim(*oid, kind);
-  const FileNode node{
-      oid ? *oid : store_.allocate(kind), folder, std::u16string(name), stored, 0, clock_.now()};
+  FileNode node{oid ? *oid : store_.allocate(kind), folder, std::u16string(name), stored, 0, clock_.now()};
   store_.connection().run(
       "INSERT INTO file (oid, parent, name, folded, attributes, size, written) VALUES (?, ?, ?, ?, ?, ?, ?)",
       node.oid, node.parent, node.name, foldCase(name), node.attributes, node.size, node.written);
   return node;
 }
 
-DWORD FileTree::makeFolders(std::u16string_view text) {
-  FilePath path;
-  if (const DWORD error = splitPath(text, path); error != ERROR_SUCCESS) return error;
-  if (!path.name.empty()) path.folders.push_back(path.name);
+DWORD FileTree::makeFolders(std::u16string_view path) {
+  FilePath parts;
+  if (const DWORD error = splitPath(path, parts); error != ERROR_SUCCESS) return error;
+  if (!parts.name.empty()) parts.folders.push_back(parts.name);
   Oid folder = kRootFolder;
-  for (const std::u16string_view name : path.folders) {
+  for (const std::u16string_view name : parts.folders) {
     const auto existing = child(folder, name);
     if (existing && !existing->isFolder()) return ERROR_PATH_NOT_FOUND;
     folder = existing ? existing->oid : make(folder, name, FILE_ATTRIBUTE_DIRECTORY).oid;

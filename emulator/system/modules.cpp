@@ -22,7 +22,7 @@ std::u16string keyOf(std::u16string_view name) {
 }  // namespace
 
 void Modules::provide(std::u16string_view name, ModuleEntries entries) {
-  const auto module = reinterpret_cast<HMODULE>(kFirstModule + kModuleStep * (libraries_.size() + 1));
+  auto* const module = reinterpret_cast<HMODULE>(kFirstModule + kModuleStep * (libraries_.size() + 1));
   const auto [library, isNew] = libraries_.try_emplace(
       keyOf(name), Library{u"\\Windows\\" + std::u16string(name), ModuleEntries(), module});
   library->second.entries = std::move(entries);

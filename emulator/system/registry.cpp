@@ -179,9 +179,12 @@ void Registry::collect(KeyId parent, const std::u16string& path, std::vector<Reg
   while (row.next()) children.emplace_back(row.get<std::u16string>(0), row.get<KeyId>(1));
   std::ranges::sort(children, {}, [](const auto& child) { return foldCase(child.first); });
   for (const auto& [name, id] : children) {
-    RegistryKey key{path.empty() ? name : path + u'\\' + name, valuesOf(id)};
-    if (parent != kTop || !key.values.empty()) keys.push_back(key);
-    collect(id, key.path, keys);
+    std::u16string childPath = path;
+    if (parent != kTop) childPath += u'\\';
+    childPath += name;
+    auto values = valuesOf(id);
+    if (parent != kTop || !values.empty()) keys.push_back({childPath, std::move(values)});
+    collect(id, childPath, keys);
   }
 }
 

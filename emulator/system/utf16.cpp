@@ -59,7 +59,7 @@ constexpr std::array kLeads{Lead{0x80, 0x00, 0}, Lead{0xE0, 0xC0, 0x80}, Lead{0x
 char32_t takeCharacter(std::string_view& text) {
   const auto byteAt = [&text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
   const unsigned char first = byteAt(0);
-  const auto lead =
+  const auto* const lead =
       std::ranges::find_if(kLeads, [first](const Lead& l) { return (first & l.mask) == l.bits; });
   const auto tail = static_cast<std::size_t>(lead - kLeads.begin());
   char32_t character = lead == kLeads.end() ? 0 : first & static_cast<unsigned char>(~lead->mask);

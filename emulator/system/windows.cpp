@@ -40,7 +40,7 @@ HWND Windows::create(std::u16string_view className, std::u16string_view title, D
 
 HWND Windows::add(Window window) {
   last_ += 4;
-  const auto handle = reinterpret_cast<HWND>(last_);
+  auto* const handle = reinterpret_cast<HWND>(last_);
   windows_.emplace(handle, std::move(window));
   return handle;
 }

@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kSecondsPerHour = 3600;
 constexpr int kSecondsPerDay = 24 * kSecondsPerHour;
+constexpr Ticks kTicksPerWeek = Ticks{7} * kSecondsPerDay * kTicksPerSecond;
 constexpr int kDefaultTransition = 2 * kSecondsPerHour;  ///< The hour of a change that the rule does not say.
 
 /// Reads a POSIX rule from left to right.
@@ -55,7 +56,7 @@ class RuleReader {
     const std::size_t length =
         std::min(quoted ? rest_.find('>') : rest_.find_first_of("0123456789+-,"), rest_.size());
     if (length == 0) refuse();
-    const std::string result(rest_.substr(0, length));
+    std::string result(rest_.substr(0, length));
     rest_.remove_prefix(length);
     if (quoted) require('>');
     return result;
@@ -85,7 +86,7 @@ class RuleReader {
 SYSTEMTIME onDayOfTime(SYSTEMTIME rule, int seconds, int year) {
   const Ticks moment = transitionIn(year, rule).value() + seconds * kTicksPerSecond;
   SYSTEMTIME moved = systemTimeOf(moment).value();
-  const auto nextWeek = systemTimeOf(moment + 7 * kSecondsPerDay * kTicksPerSecond).value();
+  const auto nextWeek = systemTimeOf(moment + kTicksPerWeek).value();
   const bool isLast = nextWeek.wMonth != moved.wMonth;
   moved.wDay = isLast && rule.wDay == 5 ? WORD{5} : static_cast<WORD>((moved.wDay - 1) / 7 + 1);
   moved.wYear = 0;

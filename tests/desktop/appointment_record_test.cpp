@@ -1,7 +1,11 @@
 #include "desktop/appointment_record.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
+#include "desktop/appointment_difference.h"
+#include "desktop/appointment_json.h"
+#include "desktop/calendar_files.h"
 #include "desktop/device_error.h"
 #include "tests/desktop/wire_bytes.h"
 
@@ -169,9 +173,21 @@ TEST(AppointmentRecord, refusesATimeThatThereIsNot) {
 
 class HostileRecord : public testing::Test {
  protected:
-  const Bytes whole = received(kNine, kQuarterPastNine, 1, 12) + u32(19) + weeklyBlock(1) + kNextMonday +
-                      kNine + kQuarterPastNine + u32(0) + zeros(16) + u32(1) + u32(0) + u32(0) +
-                      deviceText(u"Late");
+  /// All that is ever made of an entry that was read; a rule without meaning has no calendar file.
+  static void show(const Appointment& entry) {
+    toJson(entry);
+    compareAppointments(standup(), entry);
+    try {
+      calendarText(entry, u"PDA");
+    } catch (const DeviceRefusal&) {
+    }
+  }
+
+  /// As the weekly one, but with a value in each of its parameters: another type will find its own.
+  const Bytes block = kMonday + zeros(48) + hex("01  0A 00 00 00  02  00 00 00 00") + u32(1) + u32(2) +
+                      u32(14) + u32(2) + u32(3) + u32(1);
+  const Bytes whole = received(kNine, kQuarterPastNine, 1, 12) + u32(19) + block + kNextMonday + kNine +
+                      kQuarterPastNine + u32(0) + zeros(16) + u32(1) + u32(0) + u32(0) + deviceText(u"Late");
 };
 
 TEST_F(HostileRecord, isRefusedWhereverItIsCut) {
@@ -192,7 +208,8 @@ TEST_F(HostileRecord, isReadOrRefusedWithAnyTwoBitsFlipped) {
       bytes[second / 8] ^= static_cast<std::uint8_t>(1u << second % 8);
       WireReader reader(bytes);
       try {
-        readAppointment(reader, 18);
+        const Appointment entry = readAppointment(reader, 18);
+        if (distance == 1) show(entry);
       } catch (const ProtocolError&) {
         ++refused;
       }

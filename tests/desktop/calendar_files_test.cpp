@@ -51,6 +51,24 @@ TEST_F(CalendarFiles, mustBeThereAndBeCalendars) {
   EXPECT_THROW(read({folder / "empty"}), InputError);
 }
 
+TEST_F(CalendarFiles, giveAllDayEndsInTheFormsThatTravel) {
+  // Two whole days from Monday 14 March, weekly; the second time from Tuesday 22 March instead.
+  const auto file = folder.write(
+      "fair.ics",
+      "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//tests//EN\r\n"
+      "BEGIN:VEVENT\r\nUID:fair\r\nDTSTAMP:20050301T000000Z\r\nDTSTART;VALUE=DATE:20050314\r\n"
+      "DTEND;VALUE=DATE:20050316\r\nRRULE:FREQ=WEEKLY;COUNT=5\r\nSUMMARY:Fair\r\nEND:VEVENT\r\n"
+      "BEGIN:VEVENT\r\nUID:fair\r\nDTSTAMP:20050301T000000Z\r\nRECURRENCE-ID;VALUE=DATE:20050321\r\n"
+      "DTSTART;VALUE=DATE:20050322\r\nDTEND;VALUE=DATE:20050324\r\nSUMMARY:Fair\r\nEND:VEVENT\r\n"
+      "END:VCALENDAR\r\n");
+  const CalendarItems read = readCalendarFiles(std::vector<std::filesystem::path>{file});
+  ASSERT_EQ(read.items.size(), 1u);
+  const Appointment& fair = read.items[0].entry.appointment;
+  EXPECT_EQ(fair.end, (LocalTime{2005, 3, 15}));
+  ASSERT_EQ(fair.exceptions.size(), 1u);
+  EXPECT_EQ(fair.exceptions[0].end, (LocalTime{2005, 3, 24}));
+}
+
 TEST_F(CalendarFiles, goInAFolderOfTheirOwn) {
   EXPECT_EQ(makeCalendarFolder(folder / "new"), folder / "new" / "calendar");
   EXPECT_TRUE(std::filesystem::is_directory(folder / "new" / "calendar"));
@@ -65,14 +83,31 @@ TEST(CalendarText, namesTheItemOnItsDevice) {
 }
 
 TEST(CalendarText, refusesARuleWithoutMeaning) {
-  Appointment appointment;
-  appointment.start = appointment.end = {2005, 3, 14, 9, 0};
-  appointment.recurrence.emplace();
-  appointment.recurrence->type = RecurrenceType::Yearly;
-  appointment.recurrence->start = {2005, 3, 14};
-  appointment.recurrence->dayOfMonth = 14;
-  appointment.recurrence->monthOfYear = 13;
-  EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal);
+  struct Broken {
+    RecurrenceType type;
+    std::uint32_t Recurrence::*member;
+    std::uint32_t value;
+  };
+  for (const Broken& broken : {
+           Broken{RecurrenceType::Daily, &Recurrence::interval, 0},
+           Broken{RecurrenceType::Weekly, &Recurrence::dayOfWeekMask, 0},
+           Broken{RecurrenceType::Weekly, &Recurrence::dayOfWeekMask, 128},
+           Broken{RecurrenceType::Monthly, &Recurrence::dayOfMonth, 0xFFFFFFFF},
+           Broken{RecurrenceType::MonthlyNth, &Recurrence::instance, 6},
+           Broken{RecurrenceType::Yearly, &Recurrence::monthOfYear, 13},
+           Broken{RecurrenceType::YearlyNth, &Recurrence::monthOfYear, 0},
+       }) {
+    Appointment appointment;
+    appointment.start = appointment.end = {2005, 3, 14, 9, 0};
+    Recurrence rule;
+    rule.type = broken.type;
+    rule.start = {2005, 3, 14};
+    rule.dayOfWeekMask = rule.dayOfMonth = rule.instance = rule.monthOfYear = 1;
+    appointment.recurrence = rule;
+    EXPECT_NO_THROW(calendarText(appointment, u"PDA"));
+    (*appointment.recurrence).*broken.member = broken.value;
+    EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal) << static_cast<int>(broken.type);
+  }
 }
 
 }  // namespace

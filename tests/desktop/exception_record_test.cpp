@@ -10,34 +10,29 @@ namespace {
 using namespace desktop;
 using namespace wire_bytes;
 
-// 28 March 2005 was a Monday, the 29th a Tuesday; 10:00 and 10:15.
+// 28 March 2005 was a Monday; 10:00 and 10:15.
 const Bytes kOriginalDay = hex("D5 07 03 00 01 00 1C 00  00 00 00 00 00 00 00 00");
 const Bytes kStart = hex("D5 07 03 00 01 00 1C 00  0A 00 00 00 00 00 00 00");
 const Bytes kEnd = hex("D5 07 03 00 01 00 1C 00  0A 00 0F 00 00 00 00 00");
-const Bytes kMidnightAfter = hex("D5 07 03 00 02 00 1D 00  00 00 00 00 00 00 00 00");
 const Bytes kUnchanged = hex("FF FF FF FF");
 
-AppointmentException movedTo(const LocalTime& start, const LocalTime& end) {
+AppointmentException tenOClock() {
   AppointmentException exception;
   exception.originalDate = {2005, 3, 28};
-  exception.start = start;
-  exception.end = end;
+  exception.start = {2005, 3, 28, 10};
+  exception.end = {2005, 3, 28, 10, 15};
   return exception;
 }
 
-AppointmentException tenOClock() {
-  return movedTo({2005, 3, 28, 10}, {2005, 3, 28, 10, 15});
-}
-
-Bytes written(const AppointmentException& exception, bool allDay = false) {
+Bytes written(const AppointmentException& exception) {
   WireWriter writer;
-  writeException(writer, exception, allDay);
+  writeException(writer, exception);
   return writer.take();
 }
 
-AppointmentException read(const Bytes& bytes, bool allDay = false) {
+AppointmentException read(const Bytes& bytes) {
   WireReader reader(bytes);
-  const AppointmentException exception = readException(reader, allDay);
+  const AppointmentException exception = readException(reader);
   EXPECT_EQ(reader.left(), 0u);
   return exception;
 }
@@ -79,12 +74,6 @@ TEST(ExceptionRecord, sendsADeletedOccurrence) {
                                     kUnchanged + zeros(12));
 }
 
-TEST(ExceptionRecord, sendsAnAllDayEndAsTheMidnightAfter) {
-  const AppointmentException exception = movedTo({2005, 3, 28}, {2005, 3, 28});
-  EXPECT_EQ(written(exception, true), kOriginalDay + kOriginalDay + kMidnightAfter + u32(0) + kUnchanged +
-                                          kUnchanged + kUnchanged + kUnchanged + zeros(12));
-}
-
 TEST(ExceptionRecord, readsWhatTheDeviceSends) {
   // A true flag is all ones; the presence words are whatever the device has there.
   AppointmentException expected = tenOClock();
@@ -97,12 +86,6 @@ TEST(ExceptionRecord, readsWhatTheDeviceSends) {
       read(kOriginalDay + kStart + kEnd + u32(0) + kUnchanged + hex("FF FF FF FF  1E 00 00 00  03 00 00 00") +
            hex("40 E2 01 00  01 00 00 80  00 00 00 00") + deviceText(u"Late") + deviceText(u"")),
       expected);
-}
-
-TEST(ExceptionRecord, readsAnAllDayEndAsTheLastDay) {
-  const AppointmentException exception =
-      read(kOriginalDay + kOriginalDay + kMidnightAfter + u32(0) + kUnchanged + zeros(24), true);
-  EXPECT_EQ(exception.end, (LocalTime{2005, 3, 28}));
 }
 
 TEST(ExceptionRecord, readsNoTimesOfADeletedOccurrence) {

@@ -57,6 +57,7 @@ TEST_F(BrokenCalendars, nameTimesThatCannotBe) {
   EXPECT_EQ(problemOf("SUMMARY:x\r\n"), "there is no DTSTART");
   EXPECT_EQ(problemOf("DTSTART:\r\n"), "there is no DTSTART");
   EXPECT_EQ(problemOf("DTSTART:tomorrow\r\n"), "DTSTART can't be read: tomorrow");
+  EXPECT_EQ(problemOf("DTSTART:at: nine\r\n"), "DTSTART can't be read: at: nine");
   EXPECT_EQ(problemOf("DTSTART:20050230T090000\r\n"), "DTSTART is no real time");
   EXPECT_EQ(problemOf("DTSTART;VALUE=DATE:20050230\r\n"), "DTSTART is no real time");
   EXPECT_EQ(problemOf("DTSTART:20050314T250000\r\n"), "DTSTART is no real time");

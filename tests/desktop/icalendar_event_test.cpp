@@ -97,6 +97,17 @@ TEST_F(CalendarEvents, unfoldAndUnescapeTheirTexts) {
   EXPECT_EQ(entry.location, u"Main St 1 Springfield");
 }
 
+TEST_F(CalendarEvents, keepNoLineEndsAroundOneLineTextsAndNoControlCharacters) {
+  const Appointment entry = entryOf(
+      "DTSTART:20050314T090000\r\n"
+      "SUMMARY:Call\x07 back\\n\r\n"
+      "LOCATION: \\nRoom 4 \r\n"
+      "DESCRIPTION:one\x01\\ntwo\r\n");
+  EXPECT_EQ(entry.subject, u"Call back");
+  EXPECT_EQ(entry.location, u"Room 4");
+  EXPECT_EQ(entry.body, u"one\r\ntwo");
+}
+
 TEST_F(CalendarEvents, keepTextsOfAllScripts) {
   const Appointment entry = entryOf(
       "DTSTART:20050314T090000\r\n"

@@ -55,36 +55,41 @@ std::vector<RuleRow> rowsThatAre(bool refused) {
   return rows;
 }
 
-std::string nameOf(const testing::TestParamInfo<RuleRow>& row) {
-  return "line" + std::to_string(row.param.line);
+class CalendarRules : public CalendarTest {};
+
+TEST_F(CalendarRules, thatTheDeviceHoldsBecomeThePatternOfTheTable) {
+  for (const RuleRow& row : rowsThatAre(/*refused=*/false)) {
+    SCOPED_TRACE("icalendar_rules.txt:" + std::to_string(row.line));
+    const CalendarEntry entry = onlyEntry(seriesText(row));
+    ASSERT_TRUE(entry.appointment.recurrence);
+    EXPECT_TRUE(*entry.appointment.recurrence == patternOf(row.expected, dayOfDigits(row.start)));
+    EXPECT_THAT(entry.notes, testing::IsEmpty());
+    EXPECT_THAT(entry.appointment.exceptions, testing::IsEmpty());
+  }
 }
 
-class HeldRules : public CalendarTest, public testing::WithParamInterface<RuleRow> {};
-class RefusedRules : public CalendarTest, public testing::WithParamInterface<RuleRow> {};
-
-TEST_P(HeldRules, becomeThePatternOfTheTable) {
-  const RuleRow& row = GetParam();
-  const CalendarEntry entry = onlyEntry(seriesText(row));
-  ASSERT_TRUE(entry.appointment.recurrence);
-  EXPECT_TRUE(*entry.appointment.recurrence == patternOf(row.expected, dayOfDigits(row.start)));
-  EXPECT_THAT(entry.notes, testing::IsEmpty());
-  EXPECT_THAT(entry.appointment.exceptions, testing::IsEmpty());
+TEST_F(CalendarRules, thatTheDeviceHoldsAreReadAgainAsTheyWereWritten) {
+  for (const RuleRow& row : rowsThatAre(/*refused=*/false)) {
+    SCOPED_TRACE("icalendar_rules.txt:" + std::to_string(row.line));
+    const Appointment appointment = onlyEntry(seriesText(row)).appointment;
+    EXPECT_TRUE(onlyEntry(writeCalendar(appointment, "1")).appointment == appointment);
+  }
 }
 
-TEST_P(HeldRules, areReadAgainAsTheyWereWritten) {
-  const Appointment appointment = onlyEntry(seriesText(GetParam())).appointment;
-  EXPECT_TRUE(onlyEntry(writeCalendar(appointment, "1")).appointment == appointment);
+TEST_F(CalendarRules, thatTheDeviceCannotHoldAreAProblemThatTellsTheReason) {
+  for (const RuleRow& row : rowsThatAre(/*refused=*/true)) {
+    SCOPED_TRACE("icalendar_rules.txt:" + std::to_string(row.line));
+    const std::string problem = onlyProblem(seriesText(row));
+    EXPECT_THAT(problem, HasSubstr("file.ics:4: 1: recurrence rule "));
+    EXPECT_THAT(problem, HasSubstr(" can't be held by the device: "));
+    EXPECT_THAT(problem, HasSubstr(row.expected.substr(4)));
+  }
 }
 
-TEST_P(RefusedRules, areAProblemThatTellsTheReason) {
-  const std::string problem = onlyProblem(seriesText(GetParam()));
-  EXPECT_THAT(problem, HasSubstr("file.ics:4: 1: recurrence rule "));
-  EXPECT_THAT(problem, HasSubstr(" can't be held by the device: "));
-  EXPECT_THAT(problem, HasSubstr(GetParam().expected.substr(4)));
+TEST_F(CalendarRules, ofTheTableAreThere) {
+  EXPECT_GT(rowsThatAre(/*refused=*/false).size(), 60U);
+  EXPECT_GT(rowsThatAre(/*refused=*/true).size(), 40U);
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, HeldRules, testing::ValuesIn(rowsThatAre(/*refused=*/false)), nameOf);
-INSTANTIATE_TEST_SUITE_P(Table, RefusedRules, testing::ValuesIn(rowsThatAre(/*refused=*/true)), nameOf);
 
 /// The rule's text, as written for a series that starts on 2005-03-14 at nine.
 std::string written(const Recurrence& recurrence) {

@@ -82,7 +82,7 @@ TEST_F(SampleCalendars, zones) {
   const CalendarFile inUtc = readSample("zones.ics");
   std::vector<std::string> expected = single;
   expected.push_back(
-      "87 Five Mondays in New York +2 [2 occurrences are at another hour here and kept as exceptions]");
+      "87 Five Mondays in New York +2 [occurrences at another hour here, kept as exceptions: 2]");
   EXPECT_EQ(summaryOf(inUtc), expected);
   EXPECT_THAT(problemsOf(inUtc),
               ElementsAre("95 recurrence rule FREQ=WEEKLY;BYDAY=FR can't be held by the device: its "
@@ -166,7 +166,7 @@ TEST_P(EverySample, doesNoHarmWhenItIsCutShort) {
 
 TEST_P(EverySample, doesNoHarmWithABadByte) {
   const std::string text = sampleText(GetParam());
-  for (std::size_t i = 0; i < text.size(); i += 31) {
+  for (std::size_t i = 0; i < text.size(); i += 61) {
     std::string damaged = text;
     damaged[i] = static_cast<char>(damaged[i] ^ (1 << (i % 8)));
     readWithoutHarm(damaged);

@@ -135,7 +135,7 @@ TEST_F(CalendarZones, thatShiftMakeExceptionsOfASeriesWithAnEnd) {
   expected.end = at(2005, 3, 28, 11, 30);
   EXPECT_TRUE(entry.appointment.exceptions[0] == expected);
   EXPECT_EQ(entry.appointment.exceptions[1].start, at(2005, 4, 4, 11));
-  EXPECT_THAT(entry.notes, ElementsAre("2 occurrences are at another hour here and kept as exceptions"));
+  EXPECT_THAT(entry.notes, ElementsAre("occurrences at another hour here, kept as exceptions: 2"));
 }
 
 TEST_F(CalendarZones, thatShiftGoTogetherWithOtherExceptions) {

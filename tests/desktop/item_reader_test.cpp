@@ -9,9 +9,13 @@ using namespace desktop;
 using namespace wire_bytes;
 
 /// Records of these tests are a header alone: 1, 0, OID, no fields.
-Bytes record(std::uint32_t oid) { return hex("01 00") + u32(oid) + hex("00"); }
+Bytes record(std::uint32_t oid) {
+  return hex("01 00") + u32(oid) + hex("00");
+}
 
-Bytes listHeader(std::uint32_t count) { return hex("01 00") + u32(count) + hex("00"); }
+Bytes listHeader(std::uint32_t count) {
+  return hex("01 00") + u32(count) + hex("00");
+}
 
 /// Command 16, type 2, the number of items and the items.
 Bytes readRequest(const std::vector<std::uint32_t>& oids) {
@@ -32,7 +36,9 @@ class ItemReader : public ScriptedSession {
           seen += std::to_string(oid) + " ";
         },
         [&](std::uint32_t oid, ReadFailure why) {
-          seen += std::to_string(oid) + (why == ReadFailure::NotFound ? "! " : why == ReadFailure::TooLarge ? "? " : "- ");
+          seen += std::to_string(oid) + (why == ReadFailure::NotFound   ? "! "
+                                         : why == ReadFailure::TooLarge ? "? "
+                                                                        : "- ");
         },
     };
     readItems(session(), ItemType::Appointment, oids, sink);
@@ -73,8 +79,9 @@ TEST_F(ItemReader, doesNotTakeAPartOfAListForAllOfIt) {
 }
 
 TEST_F(ItemReader, refusesAListThatIsNotAsLongAsItSays) {
-  for (const auto& reply : {hex("01 00 02 00 00 00 00  12 00 00 00"), hex("01 00 01 00 00 00 00  12 00 00 00  13"),
-                            hex("01 00 FF FF FF FF 00"), hex("01 00 00 00 00 00"), hex("")}) {
+  for (const auto& reply :
+       {hex("01 00 02 00 00 00 00  12 00 00 00"), hex("01 00 01 00 00 00 00  12 00 00 00  13"),
+        hex("01 00 FF FF FF FF 00"), hex("01 00 00 00 00 00"), hex("")}) {
     script->expect(hex("0D 02"), reply);
     EXPECT_THROW(listItems(session(), ItemType::Appointment), ProtocolError);
   }
@@ -85,11 +92,14 @@ TEST_F(ItemReader, readsItemsInOneBatch) {
   EXPECT_EQ(read({18, 19}), "18 19 ");
 }
 
-TEST_F(ItemReader, asksForNothingWhenThereIsNothingToRead) { EXPECT_EQ(read({}), ""); }
+TEST_F(ItemReader, asksForNothingWhenThereIsNothingToRead) {
+  EXPECT_EQ(read({}), "");
+}
 
 TEST_F(ItemReader, asksAgainFromTheItemAtWhichTheReplyWasFull) {
   // The third record is in the reply up to the text that had no room, but isn't counted.
-  script->expect(readRequest({18, 19, 20, 21}), listHeader(2) + record(18) + record(19) + hex("01 00 00 00 00 00 00 10 00"));
+  script->expect(readRequest({18, 19, 20, 21}),
+                 listHeader(2) + record(18) + record(19) + hex("01 00 00 00 00 00 00 10 00"));
   script->expect(readRequest({20, 21}), listHeader(2) + record(20) + record(21));
   EXPECT_EQ(read({18, 19, 20, 21}), "18 19 20 21 ");
 }
@@ -140,7 +150,8 @@ TEST_F(ItemReader, refusesBytesAfterTheLastItem) {
 TEST_F(ItemReader, refusesAListThatIsCutShort) {
   const auto whole = listHeader(1) + record(18);
   for (std::size_t size = 0; size < whole.size(); ++size) {
-    script->expect(readRequest({18}), Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)));
+    script->expect(readRequest({18}),
+                   Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)));
     EXPECT_THROW(read({18}), ProtocolError) << "of " << size << " bytes";
   }
 }

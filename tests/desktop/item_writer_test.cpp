@@ -35,7 +35,9 @@ TEST_F(ItemWriter, writesABatchOfAddsAndChanges) {
   EXPECT_EQ(write({{0, hex("AA BB")}, {19, hex("CC")}}), "18 19 ");
 }
 
-TEST_F(ItemWriter, asksForNothingWhenThereIsNothingToWrite) { EXPECT_EQ(write({}), ""); }
+TEST_F(ItemWriter, asksForNothingWhenThereIsNothingToWrite) {
+  EXPECT_EQ(write({}), "");
+}
 
 TEST_F(ItemWriter, tellsAnAddThatTheDeviceCouldNotSave) {
   script->expect(hex("0F 02 01 00 00 00 02 02 01 00 00 00 AA"), answer(1, 0, 1));

@@ -207,15 +207,50 @@ TEST_F(ObjectIdentifiers, areNeverZero) {
 TEST_F(ObjectIdentifiers, reachTheHighestNumberAndThenEnd) {
   store_.settings().put("next_oid", 0xFFFFFFFEu);
   EXPECT_EQ(store_.allocate(ObjectKind::Contact), 0xFFFFFFFEu);
+  EXPECT_EQ(store_.allocate(ObjectKind::Contact), 0xFFFFFFFFu);
   EXPECT_THROW(store_.allocate(ObjectKind::Contact), StoreError);
-  store_.claim(0xFFFFFFFF, ObjectKind::Contact);
-  EXPECT_EQ(store_.kindOf(0xFFFFFFFF), ObjectKind::Contact);
+  store_.release(0xFFFFFFFF);
+  EXPECT_THROW(store_.allocate(ObjectKind::Contact), StoreError);
 }
 
 TEST_F(ObjectIdentifiers, ofARolledBackUnitOfWorkAreFree) {
   const Oid oid = store_.allocate(ObjectKind::Contact);
   store_.rollback();
   EXPECT_EQ(store_.kindOf(oid), std::nullopt);
+}
+
+TEST_F(DeviceFile, isKeptSafelyAndItsTextsAsTheyAre) {
+  ObjectStore store(createAt("device"));
+  const auto pragma = [&store](std::string_view sql) {
+    Cursor row = store.connection().query(sql);
+    return row.next() ? row.get<std::string>(0) : "nothing";
+  };
+  EXPECT_EQ(pragma("PRAGMA journal_mode"), "wal");
+  EXPECT_EQ(pragma("PRAGMA synchronous"), "1");  // NORMAL
+  EXPECT_EQ(pragma("PRAGMA foreign_keys"), "1");
+  EXPECT_EQ(pragma("PRAGMA encoding"), "UTF-16le");
+}
+
+TEST_F(DeviceFile, isLeftByARefusedOpeningAsItWas) {
+  const std::string path = createAt("device");
+  {
+    Connection device(path, "device");
+    device.execute("PRAGMA user_version = 99");
+  }
+  const std::string before = contents(path);
+  EXPECT_THAT(refusal(path), HasSubstr("newer version"));
+  EXPECT_EQ(contents(path), before);
+}
+
+TEST_F(DeviceFile, canBeOpenedTwiceAndEachSeesWhatTheOtherCommitted) {
+  const std::string path = createAt("device");
+  ObjectStore first(path);
+  ObjectStore second(path);
+  const Oid mine = first.allocate(ObjectKind::Contact);
+  EXPECT_EQ(second.kindOf(mine), std::nullopt);
+  first.commit();
+  EXPECT_EQ(second.kindOf(mine), ObjectKind::Contact);
+  EXPECT_NE(second.allocate(ObjectKind::Contact), mine);
 }
 
 TEST_F(DeviceFile, keepsItsSettings) {

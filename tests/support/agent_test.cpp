@@ -1,0 +1,118 @@
+#include "tests/support/agent_test.h"
+
+#include <fstream>
+
+#include "channel/host_context.h"
+#include "channel/module_state.h"
+#include "emulator/calls/call_monitor.h"
+#include "emulator/seam/current_device.h"
+#include "emulator/seam/libraries.h"
+
+extern "C" HRESULT rsCeApiMgr(DWORD, BYTE*, DWORD*, BYTE**, IRAPIStream* stream);
+extern "C" BOOL DllMain(HMODULE module, DWORD reason, void* reserved);
+
+namespace test {
+
+AgentTest::AgentTest() {
+  emulator::provideLibraries(device());
+  qorv::moduleState() = {};
+  qorv::hostContext() = {};
+  DllMain(emulator::Modules::agent(), DLL_PROCESS_ATTACH, nullptr);
+}
+
+AgentTest::~AgentTest() {
+  // What a failed log-on left behind goes with the device, like everything that the module holds.
+  const emulator::CurrentDevice current(device());
+  qorv::moduleState() = {};
+}
+
+void AgentTest::TearDown() {
+  outlook_.reset();
+  {
+    const emulator::CurrentDevice current(device());
+    qorv::moduleState().session.reset();
+  }
+  EXPECT_EQ(device().objectModel.liveObjects().total(), 0u);
+  EXPECT_EQ(device().objectModel.memory().liveTexts(), 0u);
+  EXPECT_EQ(device().objectModel.memory().liveBlocks(), 0u);
+  EXPECT_EQ(device().handles.count<emulator::KernelObject>(), 0u);
+  EXPECT_EQ(device().modules.loadCount(), 0u);
+}
+
+HRESULT AgentTest::invoke(ScriptedStream& stream) {
+  if (!observing_ && faults_.empty()) {
+    const emulator::CurrentDevice current(device());
+    return rsCeApiMgr(0, nullptr, nullptr, nullptr, &stream);
+  }
+  std::vector<emulator::FaultRule> rules;
+  for (const std::string& rule : faults_) rules.push_back(emulator::parseFaultRule(rule));
+  std::optional<emulator::CallLog> log;
+  if (observing_) log.emplace(logFile());
+  emulator::CallMonitor monitor(std::move(log), emulator::Faults(std::move(rules)),
+                                [this](DWORD error) { device().lastError.set(error); });
+  const emulator::CurrentDevice current(device(), &monitor);
+  const HRESULT result = rsCeApiMgr(0, nullptr, nullptr, nullptr, monitor.tapped<IRAPIStream>(&stream));
+  monitor.taps().end(&stream);
+  // A session object that outlives its invocation would hold objects of this monitor.
+  qorv::moduleState().session.reset();
+  return result;
+}
+
+std::vector<Bytes> AgentTest::session(const std::vector<Bytes>& requests) {
+  Bytes script;
+  for (const Bytes& bytes : requests) script.append(frame(bytes));
+  ScriptedStream stream(script.append(frame(request(1, kAppointment))));
+  EXPECT_EQ(invoke(stream), 0);
+  EXPECT_EQ(stream.references(), 0u);
+  auto replies = stream.replies();
+  EXPECT_EQ(replies.size(), requests.size() + 1);
+  if (!replies.empty()) replies.pop_back();
+  return replies;
+}
+
+Bytes AgentTest::reply(const Bytes& request) {
+  const auto replies = session({request});
+  return replies.empty() ? Bytes() : replies.front();
+}
+
+std::vector<nlohmann::json> AgentTest::calls(const std::string& prefix) const {
+  std::vector<nlohmann::json> found;
+  std::ifstream file(logFile());
+  for (std::string line; std::getline(file, line);) {
+    nlohmann::json call = nlohmann::json::parse(line);
+    if (call["call"].get<std::string>().starts_with(prefix)) found.push_back(std::move(call));
+  }
+  return found;
+}
+
+std::vector<std::string> AgentTest::callNames(const std::string& prefix) const {
+  std::vector<std::string> names;
+  for (const auto& call : calls(prefix)) names.push_back(call["call"]);
+  return names;
+}
+
+IPOutlookApp& AgentTest::outlook() {
+  if (!outlook_) {
+    void* object = nullptr;
+    device().objectModel.createInstance(CLSID_Application, kInterfaceId<IPOutlookApp>, &object);
+    outlook_ = qorv::ComPtr<IPOutlookApp>(static_cast<IPOutlookApp*>(object));
+    outlook_->Logon(0);
+  }
+  return *outlook_;
+}
+
+qorv::ComPtr<IAppointment> AgentTest::appointment(DWORD oid) {
+  qorv::ComPtr<IDispatch> any;
+  if (outlook().GetItemFromOid(static_cast<LONG>(oid), any.put()) < 0) return {};
+  return qorv::queryInterface<IAppointment>(*any);
+}
+
+std::u16string textOf(IPOutlookApp& application, IAppointment& item, HRESULT (IAppointment::*get)(BSTR*)) {
+  BSTR text = nullptr;
+  if ((item.*get)(&text) < 0 || text == nullptr) return {};
+  std::u16string value = text;
+  application.SysFreeString(text);
+  return value;
+}
+
+}  // namespace test

@@ -1,0 +1,68 @@
+// The agent in this process against a fresh emulated device, request by request.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "platform/appointment.h"
+#include "platform/outlook.h"
+#include "platform/recurrence.h"
+#include "service/com_ptr.h"
+#include "tests/emulator/device_test.h"
+#include "tests/support/bytes.h"
+#include "tests/support/scripted_stream.h"
+
+namespace test {
+
+inline constexpr unsigned kContact = 1;
+inline constexpr unsigned kAppointment = 2;
+inline constexpr unsigned kTask = 3;
+inline constexpr unsigned kMail = 4;
+inline constexpr unsigned kInkNote = 5;
+
+/// Command and data type; the arguments follow.
+inline Bytes request(unsigned command, unsigned type) {
+  return Bytes().u8(command).u8(type);
+}
+
+/// After every test nothing that the platform handed out is left: objects, texts, blocks, handles.
+class AgentTest : public emulator::test::DeviceTest {
+ protected:
+  AgentTest();
+  ~AgentTest() override;
+  void TearDown() override;
+
+  /// One invocation of the export; the stream is tapped when calls are observed.
+  HRESULT invoke(ScriptedStream& stream);
+  /// One session of these requests and the end command. Their replies, without the end's empty one.
+  std::vector<Bytes> session(const std::vector<Bytes>& requests);
+  /// The reply to one request in a session of its own.
+  Bytes reply(const Bytes& request);
+
+  /// Makes calls fail from now on; rules as on the command line.
+  void fault(const std::string& rule) { faults_.push_back(rule); }
+  void clearFaults() { faults_.clear(); }
+  /// Keeps a log of the sessions from now on, each replacing the one before.
+  void observeCalls() { observing_ = true; }
+  /// The logged calls, all or those whose name begins so.
+  [[nodiscard]] std::vector<nlohmann::json> calls(const std::string& prefix = "") const;
+  [[nodiscard]] std::vector<std::string> callNames(const std::string& prefix = "") const;
+
+  /// The device's own object model, for arranging and looking; its calls are not the agent's.
+  IPOutlookApp& outlook();
+  qorv::ComPtr<IAppointment> appointment(DWORD oid);
+
+ private:
+  std::string logFile() const { return folder_.file("calls"); }
+
+  qorv::ComPtr<IPOutlookApp> outlook_;
+  std::vector<std::string> faults_;
+  bool observing_ = false;
+};
+
+/// A text of the object model as a value.
+std::u16string textOf(IPOutlookApp& application, IAppointment& item, HRESULT (IAppointment::*get)(BSTR*));
+
+}  // namespace test
