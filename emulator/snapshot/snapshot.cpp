@@ -13,8 +13,8 @@ namespace {
 
 constexpr int kIndentation = 2;
 
-/// Everything that is read and written belongs to one moment, whoever else uses the device file meanwhile. What was
-/// written is undone unless it is kept.
+/// Everything that is read and written belongs to one moment, whoever else uses the device file meanwhile.
+/// What was written is undone unless it is kept.
 class Transaction {
  public:
   /// `begin` is SQL. A transaction that goes on already is joined.
