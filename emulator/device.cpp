@@ -20,7 +20,7 @@ void fill(ObjectStore& store, const NewDevice& description) {
   FileTree files(store, clock);
   for (const std::u16string_view folder : kFreshFolders) files.makeFolders(folder);
   if (const auto reason = makeModuleFolder(files, description.modulePath)) {
-    throw std::invalid_argument(toUtf8(description.modulePath) + ": " + *reason);
+    throw std::invalid_argument('"' + toUtf8(description.modulePath) + "\": " + *reason);
   }
 }
 

@@ -12,8 +12,8 @@ namespace {
 
 int dump(const std::string& path) {
   emulator::Device device(path);
-  emulator::dumpSnapshot(device, std::cout);
   errno = 0;
+  emulator::dumpSnapshot(device, std::cout);
   if (!std::cout.flush()) throw Unusable(std::string("standard output: ") + std::strerror(errno));
   return kSuccess;
 }

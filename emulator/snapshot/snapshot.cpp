@@ -13,23 +13,27 @@ namespace {
 
 constexpr int kIndentation = 2;
 
-/// Undoes everything unless the end is reached.
-class Attempt {
+/// Everything that is read and written belongs to one moment, whoever else uses the device file meanwhile.
+/// What was written is undone unless it is kept.
+class Transaction {
  public:
-  explicit Attempt(Device& device) : device_(device) {}
-  Attempt(const Attempt&) = delete;
-  Attempt& operator=(const Attempt&) = delete;
-  ~Attempt() {
-    if (!succeeded_) device_.rollback();
+  /// `begin` is SQL. A transaction that goes on already is joined.
+  Transaction(Device& device, const char* begin) : device_(device) {
+    if (!device.store.connection().inTransaction()) device.store.connection().execute(begin);
   }
-  void succeed() {
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction() {
+    if (!kept_) device_.rollback();
+  }
+  void keep() {
     device_.commit();
-    succeeded_ = true;
+    kept_ = true;
   }
 
  private:
   Device& device_;
-  bool succeeded_ = false;
+  bool kept_ = false;
 };
 
 void requireKnownKeys(const JsonNode& snapshot) {
@@ -61,18 +65,20 @@ void reserveIdentifiers(ObjectStore& store, const JsonNode& snapshot) {
 void loadSnapshot(Device& device, std::string_view text) {
   const Json json = parseJson(text);
   const JsonNode snapshot(json);
-  Attempt attempt(device);
+  Transaction transaction(device, "BEGIN IMMEDIATE");
   requireKnownKeys(snapshot);
   reserveIdentifiers(device.store, snapshot);
   for (const Section& section : sections()) {
     if (const auto node = snapshot.member(section.key)) section.load(device, *node);
   }
-  attempt.succeed();
+  transaction.keep();
 }
 
 void dumpSnapshot(Device& device, std::ostream& out) {
+  Transaction transaction(device, "BEGIN");
   Json snapshot = Json::object();
   for (const Section& section : sections()) snapshot[std::string(section.key)] = section.dump(device);
+  transaction.keep();
   out << std::setw(kIndentation) << snapshot << '\n';
 }
 

@@ -182,8 +182,12 @@ TEST_F(DeviceCommands, dumpSaysWhenItCannotWrite) {
   succeed("create device");
   const std::string command =
       "cd '" + folder_.file("") + "' && '" QORV_DEVICE "' dump device > /dev/full 2> err";
-  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
-  EXPECT_EQ(read("err"), "standard output: No space left on device\n");
+  // A dump that fits in a stream's buffer, and one that does not.
+  for (const std::size_t size : {0, 400'000}) {
+    succeed("load device -", R"({"files": [{"path": "\\a", "data": ")" + std::string(size, 'A') + R"("}]})");
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
+    EXPECT_EQ(read("err"), "standard output: No space left on device\n");
+  }
 }
 
 TEST_F(DeviceCommands, aDumpLoadedIntoAFreshDeviceAndDumpedAgainIsTheSame) {
