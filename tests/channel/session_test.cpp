@@ -181,11 +181,11 @@ TEST_F(Session, nothingThatFailsOnTheWayToTheLogOnStopsIt) {
 }
 
 TEST_F(Session, anApplicationWhoseLogOnFailedCountsAsLoggedOnAtTheNextInvocation) {
-  COutlook outlook;
   emulator::CallMonitor monitor(
       std::nullopt, emulator::Faults({emulator::parseFaultRule("IPOutlookApp.Logon=0x80004005*1")}),
       [](DWORD) {});
   const emulator::CurrentDevice current(device(), &monitor);
+  COutlook outlook;
   EXPECT_FALSE(outlook.logOn());
   IPOutlookApp* application = outlook.application();
   EXPECT_TRUE(outlook.logOn());
