@@ -39,6 +39,7 @@ std::string joined(const std::vector<std::string>& parts) {
 
 std::string monthDayParts(std::uint32_t day, std::uint32_t shortestMonth) {
   if (day == 0) return {};
+  if (day > kLastMonthDay) throw std::invalid_argument("no day of a month: " + std::to_string(day));
   if (day <= shortestMonth) return ";BYMONTHDAY=" + std::to_string(day);
   if (day == kLastMonthDay) return ";BYMONTHDAY=-1";
   std::vector<std::string> days;
@@ -53,10 +54,12 @@ std::string nthWeekdayParts(std::uint32_t instance, std::uint32_t mask) {
   return ";BYDAY=" + joined(days) + ";BYSETPOS=" + position;
 }
 
+std::uint32_t daysOfMonth(std::uint32_t month) {
+  if (month < 1 || month > kMonthDays.size()) throw std::invalid_argument("no month: " + std::to_string(month));
+  return kMonthDays[month - 1];
+}
+
 std::string yearlyParts(const Recurrence& pattern) {
-  if (pattern.monthOfYear < 1 || pattern.monthOfYear > kMonthDays.size()) {
-    throw std::invalid_argument("no month: " + std::to_string(pattern.monthOfYear));
-  }
   return "FREQ=YEARLY;BYMONTH=" + std::to_string(pattern.monthOfYear);
 }
 
@@ -71,7 +74,7 @@ std::string typeParts(const Recurrence& pattern) {
     case RecurrenceType::MonthlyNth:
       return "FREQ=MONTHLY" + nthWeekdayParts(pattern.instance, pattern.dayOfWeekMask);
     case RecurrenceType::Yearly:
-      return yearlyParts(pattern) + monthDayParts(pattern.dayOfMonth, kMonthDays[pattern.monthOfYear - 1]);
+      return yearlyParts(pattern) + monthDayParts(pattern.dayOfMonth, daysOfMonth(pattern.monthOfYear));
     case RecurrenceType::YearlyNth:
       return yearlyParts(pattern) + nthWeekdayParts(pattern.instance, pattern.dayOfWeekMask);
   }
