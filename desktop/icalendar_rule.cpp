@@ -54,13 +54,16 @@ std::string nthWeekdayParts(std::uint32_t instance, std::uint32_t mask) {
   return ";BYDAY=" + joined(days) + ";BYSETPOS=" + position;
 }
 
-std::uint32_t daysOfMonth(std::uint32_t month) {
-  if (month < 1 || month > kMonthDays.size()) throw std::invalid_argument("no month: " + std::to_string(month));
-  return kMonthDays[month - 1];
+std::string yearlyParts(const Recurrence& pattern) {
+  if (pattern.monthOfYear < 1 || pattern.monthOfYear > kMonthDays.size()) {
+    throw std::invalid_argument("no month: " + std::to_string(pattern.monthOfYear));
+  }
+  return "FREQ=YEARLY;BYMONTH=" + std::to_string(pattern.monthOfYear);
 }
 
-std::string yearlyParts(const Recurrence& pattern) {
-  return "FREQ=YEARLY;BYMONTH=" + std::to_string(pattern.monthOfYear);
+std::string yearlyDayParts(const Recurrence& pattern) {
+  const std::string month = yearlyParts(pattern);
+  return month + monthDayParts(pattern.dayOfMonth, kMonthDays[pattern.monthOfYear - 1]);
 }
 
 std::string typeParts(const Recurrence& pattern) {
@@ -74,7 +77,7 @@ std::string typeParts(const Recurrence& pattern) {
     case RecurrenceType::MonthlyNth:
       return "FREQ=MONTHLY" + nthWeekdayParts(pattern.instance, pattern.dayOfWeekMask);
     case RecurrenceType::Yearly:
-      return yearlyParts(pattern) + monthDayParts(pattern.dayOfMonth, daysOfMonth(pattern.monthOfYear));
+      return yearlyDayParts(pattern);
     case RecurrenceType::YearlyNth:
       return yearlyParts(pattern) + nthWeekdayParts(pattern.instance, pattern.dayOfWeekMask);
   }
