@@ -83,10 +83,10 @@ class Server {
  private:
   emulator::Device device_;
   emulator::CurrentDevice current_;  ///< the agent may call the platform while it is attached and detached
+  std::optional<emulator::CallMonitor> monitor_;  ///< outlives the agent, which may keep objects to its end
   emulator::AgentModule agent_;
   std::string calls_;
   std::vector<emulator::FaultRule> rules_;
-  std::optional<emulator::CallMonitor> monitor_;
   bool failed_ = false;
 };
 

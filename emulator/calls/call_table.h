@@ -2,6 +2,7 @@
 // it.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <tuple>
 
@@ -105,6 +106,33 @@ struct Call {
     return found.place;
   }
 };
+
+/// What calls that are observed alike have in common. Hundreds of calls have far fewer forms.
+template <typename R, typename ArgumentTuple, Failure HowItFails, std::size_t ClosedPlace,
+          Parameter... Parameters>
+struct CallForm {
+  using Result = R;
+  using Arguments = ArgumentTuple;
+
+  static constexpr std::size_t kArity = sizeof...(Parameters);
+  static constexpr std::size_t kClosedPlace = ClosedPlace;
+  static constexpr Failure kFailure = HowItFails;
+
+  template <std::size_t Place>
+  static constexpr Parameter kParameter = std::array<Parameter, kArity>{Parameters...}[Place];
+};
+
+namespace call_table_detail {
+
+template <typename Row, std::size_t... Places>
+auto formOf(std::index_sequence<Places...>)
+    -> CallForm<typename Row::Result, typename Row::Arguments, Row::failure(), Row::closedPlace(),
+                Row::template parameter<Places>()...>;
+
+}  // namespace call_table_detail
+
+template <typename Row>
+using FormOf = decltype(call_table_detail::formOf<Row>(std::make_index_sequence<Row::kArity>{}));
 
 template <typename... Calls>
 struct CallList : Calls... {

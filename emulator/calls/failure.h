@@ -1,4 +1,4 @@
-// Failing a call as the platform would, driven by the call's row.
+// Failing a call as the platform would, driven by the call's form.
 #pragma once
 
 #include "emulator/calls/call_table.h"
@@ -16,30 +16,31 @@ R fromNumber(std::int64_t number) {
   }
 }
 
-template <typename Row, std::size_t Place>
-void clearPointer(const typename Row::Arguments& arguments) {
-  using T = std::tuple_element_t<Place, typename Row::Arguments>;
-  constexpr bool kGoesOut = Row::template parameter<Place>().direction == Direction::Out;
+template <typename Form, std::size_t Place>
+void clearPointer(const typename Form::Arguments& arguments) {
+  using T = std::tuple_element_t<Place, typename Form::Arguments>;
+  constexpr bool kGoesOut = Form::template kParameter<Place>.direction == Direction::Out;
   if constexpr (kGoesOut && std::is_pointer_v<std::remove_pointer_t<T>>) {
     if (std::get<Place>(arguments) != nullptr) *std::get<Place>(arguments) = nullptr;
   }
 }
 
 /// Pointers that a call would hand out become null; everything else stays as it was.
-template <typename Row, std::size_t... Places>
-void clearPointers(const typename Row::Arguments& arguments, std::index_sequence<Places...>) {
-  (clearPointer<Row, Places>(arguments), ...);
+template <typename Form, std::size_t... Places>
+void clearPointers(const typename Form::Arguments& arguments, std::index_sequence<Places...>) {
+  (clearPointer<Form, Places>(arguments), ...);
 }
 
 }  // namespace failure_detail
 
 /// The result of a call that fails with a code: an HRESULT or an error number, as the call returns it or
 /// leaves it behind with `setLastError`.
-template <typename Row, typename SetLastError>
-typename Row::Result failed(const typename Row::Arguments& arguments, DWORD code, SetLastError setLastError) {
-  using R = typename Row::Result;
-  constexpr Failure kFailure = Row::failure();
-  failure_detail::clearPointers<Row>(arguments, std::make_index_sequence<Row::kArity>{});
+template <typename Form, typename SetLastError>
+typename Form::Result failed(const typename Form::Arguments& arguments, DWORD code,
+                             SetLastError setLastError) {
+  using R = typename Form::Result;
+  constexpr Failure kFailure = Form::kFailure;
+  failure_detail::clearPointers<Form>(arguments, std::make_index_sequence<Form::kArity>{});
   if constexpr (kFailure.kind == Failure::Kind::Hresult || kFailure.kind == Failure::Kind::ErrorCode) {
     return static_cast<R>(code);
   } else {

@@ -11,7 +11,8 @@ namespace emulator {
 struct InterfaceInfo {
   std::string_view name;
   IID iid;
-  const InterfaceInfo* base;  ///< null for IUnknown
+  std::span<const std::string_view> members;  ///< in the order of their slots, inherited ones first
+  const InterfaceInfo* base;                  ///< null for IUnknown
   /// What the vtable pointer of a Tap of this interface points to.
   const void* vtable;
   /// The interface of that kind that an object has, whichever of its interfaces is given; null when it has

@@ -1,4 +1,4 @@
-// Makes one observed call: the one place where log, faults and taps meet, driven by the call's row.
+// Makes one observed call: the one place where log, faults and taps meet, driven by the call's form.
 #pragma once
 
 #include <string_view>
@@ -11,17 +11,24 @@
 
 namespace emulator {
 
+/// What makes a call of the device.
+template <typename Form>
+struct Performer {
+  typename Form::Result (*perform)(const void* context, const typename Form::Arguments& arguments);
+  const void* context;
+};
+
 namespace observe_detail {
 
-template <typename Row, std::size_t Place>
-using ArgumentType = std::tuple_element_t<Place, typename Row::Arguments>;
+template <typename Form, std::size_t Place>
+using ArgumentType = std::tuple_element_t<Place, typename Form::Arguments>;
 
-template <typename Row, typename Visitor>
+template <typename Form, typename Visitor>
 void forEachPlace(Visitor visit) {
   [&]<std::size_t... Places>(std::index_sequence<Places...>) {
     (visit.template operator()<Places>(), ...);
   }
-  (std::make_index_sequence<Row::kArity>{});
+  (std::make_index_sequence<Form::kArity>{});
 }
 
 /// The number that an argument holds, or that stands where it points to; 0 behind a null pointer.
@@ -48,9 +55,9 @@ void encodeCounted(ValueEncoder& encoder, const T* elements, std::int64_t count)
   }
 }
 
-template <typename Row, std::size_t Place>
-void encodeArgument(ValueEncoder& encoder, const typename Row::Arguments& arguments) {
-  constexpr Parameter kParameter = Row::template parameter<Place>();
+template <typename Form, std::size_t Place>
+void encodeArgument(ValueEncoder& encoder, const typename Form::Arguments& arguments) {
+  constexpr Parameter kParameter = Form::template kParameter<Place>;
   const auto& argument = std::get<Place>(arguments);
   if constexpr (kParameter.shape == Shape::Value) {
     encoder.value(argument);
@@ -74,18 +81,18 @@ void encodeArgument(ValueEncoder& encoder, const typename Row::Arguments& argume
   }
 }
 
-template <typename Row>
-void encodeArguments(ValueEncoder& encoder, const typename Row::Arguments& arguments) {
-  forEachPlace<Row>([&]<std::size_t Place>() {
-    if constexpr (Row::template parameter<Place>().direction != Direction::Out) {
-      encodeArgument<Row, Place>(encoder, arguments);
+template <typename Form>
+void encodeArguments(ValueEncoder& encoder, const typename Form::Arguments& arguments) {
+  forEachPlace<Form>([&]<std::size_t Place>() {
+    if constexpr (Form::template kParameter<Place>.direction != Direction::Out) {
+      encodeArgument<Form, Place>(encoder, arguments);
     }
   });
 }
 
-template <typename Row>
-void encodeResult(ValueEncoder& encoder, const typename Row::Result& result) {
-  if constexpr (Row::failure() == kReturnsHresult) {
+template <typename Form>
+void encodeResult(ValueEncoder& encoder, const typename Form::Result& result) {
+  if constexpr (Form::kFailure == kReturnsHresult) {
     encoder.value(static_cast<DWORD>(result));
   } else {
     encoder.value(result);
@@ -93,10 +100,10 @@ void encodeResult(ValueEncoder& encoder, const typename Row::Result& result) {
 }
 
 /// An argument as the device takes it: an object without its tap.
-template <typename Row, std::size_t Place>
-ArgumentType<Row, Place> forDevice(CallMonitor& monitor, const typename Row::Arguments& arguments) {
-  constexpr Parameter kParameter = Row::template parameter<Place>();
-  using T = ArgumentType<Row, Place>;
+template <typename Form, std::size_t Place>
+ArgumentType<Form, Place> forDevice(CallMonitor& monitor, const typename Form::Arguments& arguments) {
+  constexpr Parameter kParameter = Form::template kParameter<Place>;
+  using T = ArgumentType<Form, Place>;
   const auto& argument = std::get<Place>(arguments);
   if constexpr (kParameter.shape == Shape::Interface && kParameter.direction == Direction::In) {
     if constexpr (std::is_void_v<std::remove_pointer_t<T>>) {
@@ -110,11 +117,11 @@ ArgumentType<Row, Place> forDevice(CallMonitor& monitor, const typename Row::Arg
 }
 
 /// The interface that the last identifier before `Place` asks for.
-template <typename Row, std::size_t Place>
-const InterfaceInfo* requestedInterface(const typename Row::Arguments& arguments) {
+template <typename Form, std::size_t Place>
+const InterfaceInfo* requestedInterface(const typename Form::Arguments& arguments) {
   const InterfaceInfo* requested = nullptr;
-  forEachPlace<Row>([&]<std::size_t Earlier>() {
-    using T = ArgumentType<Row, Earlier>;
+  forEachPlace<Form>([&]<std::size_t Earlier>() {
+    using T = ArgumentType<Form, Earlier>;
     if constexpr (Earlier < Place && std::is_same_v<T, REFIID>) {
       requested = findInterface(std::get<Earlier>(arguments));
     } else if constexpr (Earlier < Place && std::is_same_v<T, LPCIID>) {
@@ -126,15 +133,15 @@ const InterfaceInfo* requestedInterface(const typename Row::Arguments& arguments
 }
 
 /// Replaces the objects that a successful call handed out by their taps.
-template <typename Row>
-void tapResults(CallMonitor& monitor, const typename Row::Arguments& arguments) {
-  forEachPlace<Row>([&]<std::size_t Place>() {
-    constexpr Parameter kParameter = Row::template parameter<Place>();
+template <typename Form>
+void tapResults(CallMonitor& monitor, const typename Form::Arguments& arguments) {
+  forEachPlace<Form>([&]<std::size_t Place>() {
+    constexpr Parameter kParameter = Form::template kParameter<Place>;
     if constexpr (kParameter.shape == Shape::Interface && kParameter.direction == Direction::Out) {
       const auto object = std::get<Place>(arguments);
       if (object == nullptr || *object == nullptr) return;
-      if constexpr (std::is_same_v<ArgumentType<Row, Place>, void**>) {
-        const InterfaceInfo* const requested = requestedInterface<Row, Place>(arguments);
+      if constexpr (std::is_same_v<ArgumentType<Form, Place>, void**>) {
+        const InterfaceInfo* const requested = requestedInterface<Form, Place>(arguments);
         if (requested != nullptr) *object = monitor.taps().tap(static_cast<IUnknown*>(*object), *requested);
       } else {
         *object = monitor.tapped(*object);
@@ -150,23 +157,21 @@ void forget(ObjectNames& names, T* closed) {
 
 /// The device's answer, with the program's objects exchanged for the device's on the way in, and back on the
 /// way out.
-template <typename Row, typename Perform>
-typename Row::Result performed(CallMonitor& monitor, const typename Row::Arguments& arguments,
-                               Perform perform) {
-  using R = typename Row::Result;
-  const auto atDevice = [&]() -> R {
-    return [&]<std::size_t... Places>(std::index_sequence<Places...>)->R {
-      return perform(forDevice<Row, Places>(monitor, arguments)...);
-    }
-    (std::make_index_sequence<Row::kArity>{});
-  };
+template <typename Form>
+typename Form::Result performed(CallMonitor& monitor, const typename Form::Arguments& arguments,
+                                const Performer<Form>& performer) {
+  using R = typename Form::Result;
+  const auto exchanged = [&]<std::size_t... Places>(std::index_sequence<Places...>) {
+    return typename Form::Arguments(forDevice<Form, Places>(monitor, arguments)...);
+  }
+  (std::make_index_sequence<Form::kArity>{});
   if constexpr (std::is_void_v<R>) {
-    atDevice();
+    performer.perform(performer.context, exchanged);
   } else {
-    const R result = atDevice();
-    if (Row::failure() != kReturnsHresult || result >= R{}) tapResults<Row>(monitor, arguments);
-    if constexpr (Row::closedPlace() < Row::kArity) {
-      forget(monitor.names(), std::get<Row::closedPlace()>(arguments));
+    const R result = performer.perform(performer.context, exchanged);
+    if (Form::kFailure != kReturnsHresult || result >= R{}) tapResults<Form>(monitor, arguments);
+    if constexpr (Form::kClosedPlace < Form::kArity) {
+      forget(monitor.names(), std::get<Form::kClosedPlace>(arguments));
     }
     return result;
   }
@@ -174,23 +179,23 @@ typename Row::Result performed(CallMonitor& monitor, const typename Row::Argumen
 
 }  // namespace observe_detail
 
-/// Makes a call of a row for a program that is observed. `perform` makes it of the device.
-template <typename Row, typename Perform>
-typename Row::Result observe(CallMonitor& monitor, std::string_view name,
-                             const typename Row::Arguments& arguments, Perform perform) {
-  using R = typename Row::Result;
+/// Makes a call of a form for a program that is observed.
+template <typename Form>
+typename Form::Result observe(CallMonitor& monitor, std::string_view name,
+                              const typename Form::Arguments& arguments, const Performer<Form>& performer) {
+  using R = typename Form::Result;
   ObservedCall call(monitor, name);
-  call.arguments([&](ValueEncoder& encoder) { observe_detail::encodeArguments<Row>(encoder, arguments); });
+  call.arguments([&](ValueEncoder& encoder) { observe_detail::encodeArguments<Form>(encoder, arguments); });
   const auto answer = [&]() -> R {
     return call.fault()
-               ? failed<Row>(arguments, *call.fault(), [&](DWORD error) { call.setLastError(error); })
-               : observe_detail::performed<Row>(monitor, arguments, perform);
+               ? failed<Form>(arguments, *call.fault(), [&](DWORD error) { call.setLastError(error); })
+               : observe_detail::performed<Form>(monitor, arguments, performer);
   };
   if constexpr (std::is_void_v<R>) {
     answer();
   } else {
     const R result = answer();
-    call.result([&](ValueEncoder& encoder) { observe_detail::encodeResult<Row>(encoder, result); });
+    call.result([&](ValueEncoder& encoder) { observe_detail::encodeResult<Form>(encoder, result); });
     return result;
   }
 }

@@ -11,47 +11,64 @@ namespace emulator {
 
 namespace {
 
-template <typename Member>
-struct ClassOf;
-template <typename R, typename Class, typename... A>
-struct ClassOf<R (Class::*)(A...)> {
-  using Type = Class;
+constexpr std::size_t kReleaseSlot = 2;
+
+/// A call that is on its way to a tap's object.
+struct TappedCall {
+  const Tap& tap;
+  std::size_t slot;
 };
 
-/// What stands in a slot. A member function takes its object as a first argument of a plain function.
-template <typename Row, typename Arguments = typename Row::Arguments>
+/// Calls a slot of the object behind a tap, as the tap itself was called. A member function takes its object
+/// as a first argument of a plain function.
+template <typename Form, typename... A>
+typename Form::Result callTarget(const void* context, const std::tuple<A...>& arguments) {
+  using Function = typename Form::Result (*)(IUnknown*, A...);
+  const auto& call = *static_cast<const TappedCall*>(context);
+  IUnknown* const target = call.tap.target;
+  const auto function = reinterpret_cast<Function>((*reinterpret_cast<void***>(target))[call.slot]);
+  const auto result = std::apply([&](A... argument) { return function(target, argument...); }, arguments);
+  if (call.slot == kReleaseSlot && result == 0) call.tap.monitor->taps().end(call.tap.object);
+  return result;
+}
+
+template <typename Form, typename... A>
+[[gnu::noinline]] typename Form::Result observeMember(const Tap& tap, std::size_t slot,
+                                                      const std::tuple<A...>& arguments) {
+  const TappedCall call{tap, slot};
+  const std::string name = std::string(tap.interface->name) + "." + std::string(tap.interface->members[slot]);
+  return observe<Form>(*tap.monitor, name, arguments, {&callTarget<Form, A...>, &call});
+}
+
+/// What stands in a slot.
+template <typename Form, std::size_t Place, typename Arguments = typename Form::Arguments>
 struct Slot;
 
-template <typename Row, typename... A>
-struct Slot<Row, std::tuple<A...>> {
-  static typename Row::Result call(Tap* tap, A... arguments) {
-    using Class = typename ClassOf<std::remove_const_t<decltype(Row::kCallee)>>::Type;
-    CallMonitor& monitor = *tap->monitor;
-    const std::string name = std::string(tap->interface->name) + "." + std::string(Row::kName);
-    return observe<Row>(monitor, name, std::tuple<A...>(arguments...), [&, tap](A... exchanged) {
-      const auto object = static_cast<Class*>(tap->target);
-      if constexpr (std::is_same_v<Row, Call<&IUnknown::Release>>) {
-        const void* const whole = tap->object;
-        const ULONG left = object->Release();
-        if (left == 0) monitor.taps().end(whole);
-        return left;
-      } else {
-        return (object->*Row::kCallee)(exchanged...);
-      }
-    });
+template <typename Form, std::size_t Place, typename... A>
+struct Slot<Form, Place, std::tuple<A...>> {
+  static typename Form::Result call(Tap* tap, A... arguments) {
+    return observeMember<Form>(*tap, Place, std::tuple<A...>(arguments...));
   }
 };
 
+template <typename... Rows, std::size_t... Places>
+std::array<void*, sizeof...(Rows)> slotFunctions(CallList<Rows...>, std::index_sequence<Places...>) {
+  return {reinterpret_cast<void*>(&Slot<FormOf<Rows>, Places>::call)...};
+}
+
+template <typename... Rows>
+constexpr std::array<std::string_view, sizeof...(Rows)> memberNames(CallList<Rows...>) {
+  return {Rows::kName...};
+}
+
 /// The layout that the compiler expects of a class with one base and no virtual destructor: behind what
 /// identifies the class come the functions, and objects point there.
-template <typename T, typename Members = AllMembers<T>>
-struct TapVtable;
-
-template <typename T, typename... Rows>
-struct TapVtable<T, CallList<Rows...>> {
+template <typename T>
+struct TapVtable {
   std::ptrdiff_t offsetToTop = 0;
   const std::type_info* type = &typeid(T);
-  std::array<void*, sizeof...(Rows)> slots{reinterpret_cast<void*>(&Slot<Rows>::call)...};
+  std::array<void*, AllMembers<T>::kSize> slots =
+      slotFunctions(AllMembers<T>{}, std::make_index_sequence<AllMembers<T>::kSize>{});
 };
 
 template <typename T>
@@ -73,8 +90,10 @@ const InterfaceInfo* baseInfo() {
 template <typename T>
 const InterfaceInfo& interfaceInfo() {
   static const TapVtable<T> kVtable;
-  static const InterfaceInfo kInfo{kTypeName<T>, T::kIid, baseInfo<typename Interface<T>::Base>(),
-                                   kVtable.slots.data(), &interfaceOfObject<T>};
+  static constexpr auto kMembers = memberNames(AllMembers<T>{});
+  static const InterfaceInfo kInfo{
+      kTypeName<T>,         T::kIid, kMembers, baseInfo<typename Interface<T>::Base>(), kVtable.slots.data(),
+      &interfaceOfObject<T>};
   return kInfo;
 }
 

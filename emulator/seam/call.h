@@ -27,10 +27,22 @@ typename Row::Result guarded(Device& device, const typename Row::Arguments& argu
   try {
     return perform(device);
   } catch (const std::bad_alloc&) {
-    return failed<Row>(arguments, kNoMemory<Row>, setLastError);
+    return failed<FormOf<Row>>(arguments, kNoMemory<Row>, setLastError);
   } catch (const StoreError&) {
-    return failed<Row>(arguments, kDeviceFailed<Row>, setLastError);
+    return failed<FormOf<Row>>(arguments, kDeviceFailed<Row>, setLastError);
   }
+}
+
+template <typename Row, typename Perform>
+typename Row::Result observed(CurrentDevice& current, const typename Row::Arguments& arguments,
+                              const Perform& perform) {
+  const auto atDevice = [&] { return guarded<Row>(current.device(), arguments, perform); };
+  using AtDevice = decltype(atDevice);
+  const Performer<FormOf<Row>> performer{[](const void* context, const typename Row::Arguments&) {
+                                           return (*static_cast<const AtDevice*>(context))();
+                                         },
+                                         &atDevice};
+  return observe<FormOf<Row>>(*current.monitor(), Row::kName, arguments, performer);
 }
 
 }  // namespace call_detail
@@ -45,9 +57,7 @@ typename RowOf<Function, Functions>::Result call(Perform perform, const Given&..
   if (current.monitor() == nullptr) [[likely]] {
     return call_detail::guarded<Row>(current.device(), values, perform);
   }
-  return observe<Row>(*current.monitor(), Row::kName, values, [&](const auto&...) {
-    return call_detail::guarded<Row>(current.device(), values, perform);
-  });
+  return call_detail::observed<Row>(current, values, perform);
 }
 
 /// Fails a function whose part of the device does not exist.
@@ -57,7 +67,8 @@ typename RowOf<Function, Functions>::Result unsupported(const Given&... given) {
   return call<Function>(
       [&](Device& device) {
         const typename Row::Arguments values(given...);
-        return failed<Row>(values, ERROR_NOT_SUPPORTED, [&](DWORD error) { device.lastError.set(error); });
+        return failed<FormOf<Row>>(values, ERROR_NOT_SUPPORTED,
+                                   [&](DWORD error) { device.lastError.set(error); });
       },
       given...);
 }

@@ -164,6 +164,12 @@ TEST_F(Serve, tellsWhenTheAgentFails) {
   EXPECT_EQ(outcome.status, 1);
 }
 
+TEST_F(Serve, outlivesAnAgentThatKeepsWhatItHas) {
+  const Outcome outcome = serve({"--stdio", "--fault", "IPOutlookApp.Logon=0x80004005"}, message(kEnd));
+  EXPECT_EQ(outcome.errors, "rsCeApiMgr returned 0x80004005\n");
+  EXPECT_EQ(outcome.status, 1);
+}
+
 TEST_F(Serve, logsTheAgentsCallsInOrder) {
   const std::string log = folder_ + "/calls";
   { std::ofstream(log) << "old\n"; }

@@ -48,10 +48,15 @@ class MonitorTest : public ::testing::Test {
 
   /// One observed call of a platform function. `perform` stands in for the device.
   template <auto Function, typename Perform, typename... Given>
-  auto call(Perform perform, Given&&... given) {
+  auto call(const Perform& perform, Given&&... given) {
     using Row = RowOf<Function, Functions>;
     const typename Row::Arguments values(std::forward<Given>(given)...);
-    return observe<Row>(monitor_, Row::kName, values, perform);
+    const Performer<FormOf<Row>> performer{[](const void* context, const typename Row::Arguments& received) {
+                                             return std::apply(*static_cast<const Perform*>(context),
+                                                               received);
+                                           },
+                                           &perform};
+    return observe<FormOf<Row>>(monitor_, Row::kName, values, performer);
   }
 
   std::vector<std::string> log() const { return file_.lines(); }
