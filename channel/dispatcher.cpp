@@ -58,8 +58,6 @@ constexpr Operation kOperations[] = {
     {Command::GetPlatformLevel, &CQorvApiBase::GetPlatformLevel},
 };
 
-/// The handler of an empty reply is still made: some types prepare and release the device's own libraries
-/// with it.
 void runOperation(CQorvApiBase& handler, Command command, DataType type, FullListingFlags& fullListings) {
   if (command == Command::CommitChanges) {
     handler.CommitChanges(fullListings.isSet(type));
@@ -79,11 +77,14 @@ void updateFullListing(Command command, DataType type, FullListingFlags& fullLis
 
 bool dispatch(std::span<const BYTE> request, IRAPIStream& stream, COutlook& session,
               FullListingFlags& fullListings) {
-  if (request.size() < kRequestHeaderSize || !isDataType(request[1])) return writeFrame(stream, {});
+  ResponseBuffer& buffer = session.responseBuffer();
+  if (request.size() < kRequestHeaderSize || !isDataType(request[1]))
+    return writeFrame(stream, {buffer.data(), 0});
   const auto command = static_cast<Command>(request[0]);
   const auto type = static_cast<DataType>(request[1]);
-  ResponseBuffer& buffer = session.responseBuffer();
   buffer.clear();
+  // The end command and unknown ones get a handler too: what a type does at its construction is part of a
+  // request.
   const auto handler = makeHandler(type);
   handler->setContext({request.subspan(1), buffer, *session.application()});
   runOperation(*handler, command, type, fullListings);

@@ -1,5 +1,6 @@
 #include "channel/host_context.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "platform/system.h"
@@ -23,7 +24,11 @@ std::u16string installationDirectory(HMODULE module) {
   return directory.substr(directory.rfind(u'\\') + 1);
 }
 
+/// The magnitude of the text's leading decimal number, before which blanks and a sign may stand; 0 without
+/// one.
 int leadingNumber(std::u16string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(u' '), text.size()));
+  if (!text.empty() && (text.front() == u'-' || text.front() == u'+')) text.remove_prefix(1);
   int number = 0;
   for (const WCHAR c : text) {
     if (c < u'0' || c > u'9') break;

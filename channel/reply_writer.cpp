@@ -35,6 +35,12 @@ bool ReplyWriter::WriteBytes(std::span<const BYTE> bytes) {
   return true;
 }
 
+bool ReplyWriter::skip(DWORD size) {
+  if (!fitsBuffer(size)) return false;
+  responseLength_ += size;
+  return true;
+}
+
 bool ReplyWriter::WriteByte(BYTE value) {
   return WriteBytes({&value, 1});
 }
@@ -115,7 +121,7 @@ DWORD ReplyWriter::beginRecord() {
 }
 
 void ReplyWriter::endRecord(DWORD start, DWORD oid) {
-  listHeader_.result = 1;
+  listHeader_.result = bufferFull_ ? 0 : 1;
   listHeader_.status = kStatusNone;
   listHeader_.count = oid;
   copyListHeader(start);

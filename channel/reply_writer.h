@@ -27,6 +27,9 @@ class ReplyWriter {
 
  protected:
   void setResponseLength(DWORD length) { responseLength_ = length; }
+  /// Leaves `size` bytes of the reply as they are, which is zero. False when they would pass the buffer's
+  /// end.
+  bool skip(DWORD size);
   [[nodiscard]] DWORD room() const { return kResponseBufferSize - responseLength_; }
   [[nodiscard]] ResponseBuffer& responseBuffer() { return *buffer_; }
 
@@ -35,11 +38,13 @@ class ReplyWriter {
 
   /// Appends the list header as a placeholder of seven bytes.
   void writeListHeader();
-  /// Copies the list header over the seven bytes at `at`, if they were written.
+  /// Copies the list header over the seven bytes at `at`; a placeholder that had no room stays out.
   void copyListHeader(DWORD at);
 
   /// Starts a record: field count 0 and a placeholder for its header. Returns where the record starts.
   DWORD beginRecord();
+  /// A record of which something did not fit the buffer itself has result 0: nobody shall take a part for the
+  /// whole.
   void endRecord(DWORD start, DWORD oid);
 
   ListReplyHeader listHeader_;

@@ -1,7 +1,5 @@
 #include "channel/wire.h"
 
-#include <algorithm>
-
 namespace qorv {
 
 namespace {

@@ -14,7 +14,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 
 #include "platform/types.h"
 
@@ -61,7 +60,7 @@ inline constexpr DWORD ResponseBufferLimit = kResponseBufferSize / 2;
 inline constexpr DWORD kRecurrenceBlockSize = 98;
 
 inline constexpr BYTE kStatusNone = 0;
-/// The data type has no record writer; of a contract operation: it failed.
+/// The data type has no record writer.
 inline constexpr BYTE kStatusNoWriter = 1;
 /// The object model refused the item or the folder.
 inline constexpr BYTE kStatusRefused = 3;

@@ -75,6 +75,7 @@ struct STATSTG {
   DWORD grfStateBits;
   DWORD reserved;
 };
+static_assert(kHasDeviceLayout<sizeof(STATSTG), 72>);
 
 class IStream : public ISequentialStream {
  public:

@@ -77,11 +77,13 @@ struct SBinary {
   ULONG cb;
   BYTE* lpb;
 };
+static_assert(kHasDeviceLayout<sizeof(SBinary), 8>);
 
 struct ENTRYLIST {
   ULONG cValues;
   SBinary* lpbin;
 };
+static_assert(kHasDeviceLayout<sizeof(ENTRYLIST), 8>);
 
 /// cValues tags follow one another; the declared one is the first.
 struct SPropTagArray {
@@ -106,6 +108,7 @@ struct SPropValue {
   ULONG dwAlignPad;
   SPropValueUnion Value;
 };
+static_assert(kHasDeviceLayout<sizeof(SPropValue), 16>);
 
 struct SPropProblemArray;
 
@@ -114,6 +117,7 @@ struct SRow {
   ULONG cValues;
   SPropValue* lpProps;
 };
+static_assert(kHasDeviceLayout<sizeof(SRow), 12>);
 
 /// cRows rows follow one another; the declared one is the first.
 struct SRowSet {
@@ -126,6 +130,7 @@ struct ADRENTRY {
   ULONG cValues;
   SPropValue* rgPropVals;
 };
+static_assert(kHasDeviceLayout<sizeof(ADRENTRY), 12>);
 
 /// cEntries entries follow one another; the declared one is the first.
 struct ADRLIST {
@@ -141,3 +146,4 @@ struct MAPINAMEID {
     LPWSTR lpwstrName;
   } Kind;
 };
+static_assert(kHasDeviceLayout<sizeof(MAPINAMEID), 12>);

@@ -73,6 +73,7 @@ struct CEBLOB {
   DWORD dwCount;
   BYTE* lpb;
 };
+static_assert(kHasDeviceLayout<sizeof(CEBLOB), 8>);
 
 union CEVALUNION {
   SHORT iVal;
@@ -92,6 +93,7 @@ struct CEPROPVAL {
   WORD wFlags;
   CEVALUNION val;
 };
+static_assert(kHasDeviceLayout<sizeof(CEPROPVAL), 16>);
 
 struct SORTORDERSPEC {
   CEPROPID propid;
@@ -140,6 +142,7 @@ struct CENOTIFYREQUEST {
   HANDLE hHeap;
   DWORD dwParam;
 };
+static_assert(kHasDeviceLayout<sizeof(CENOTIFYREQUEST), 20>);
 
 struct CEFILEINFO {
   DWORD dwAttributes;

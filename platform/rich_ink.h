@@ -21,6 +21,7 @@ struct EDITSTREAM {
   DWORD dwError;
   EDITSTREAMCALLBACK pfnCallback;
 };
+static_assert(kHasDeviceLayout<sizeof(EDITSTREAM), 12>);
 
 /// The entry "InitRichInkDLL", which registers the class.
 using InitRichInkDLL_t = void (*)();

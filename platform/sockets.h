@@ -22,6 +22,7 @@ struct WSADATA {
   USHORT iMaxUdpDg;
   char* lpVendorInfo;
 };
+static_assert(kHasDeviceLayout<sizeof(WSADATA), 400>);
 
 /// sockaddr_in as it lies in memory: port and address in network order.
 struct SOCKADDR_IN {

@@ -22,6 +22,7 @@ struct PROCESS_INFORMATION {
   DWORD dwProcessId;
   DWORD dwThreadId;
 };
+static_assert(kHasDeviceLayout<sizeof(PROCESS_INFORMATION), 16>);
 
 inline constexpr DWORD DLL_PROCESS_DETACH = 0;
 inline constexpr DWORD DLL_PROCESS_ATTACH = 1;

@@ -61,6 +61,11 @@ using FARPROC = void (*)();
 /// What CreateFileW, FindFirstFileW and CeOpenDatabaseEx2 return when they fail.
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(~std::uintptr_t{0});
 
+/// Whether a structure that holds pointers has its size on the device; on a target with wider pointers
+/// nothing is said.
+template <std::size_t kSize, std::size_t kDeviceSize>
+inline constexpr bool kHasDeviceLayout = sizeof(void*) != 4 || kSize == kDeviceSize;
+
 inline constexpr DWORD MAX_PATH = 260;
 
 namespace platform_detail {

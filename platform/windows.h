@@ -17,6 +17,7 @@ struct WNDCLASSW {
   LPCWSTR lpszMenuName;
   LPCWSTR lpszClassName;
 };
+static_assert(kHasDeviceLayout<sizeof(WNDCLASSW), 40>);
 
 inline constexpr UINT WM_DESTROY = 2;
 inline constexpr UINT WM_USER = 0x400;

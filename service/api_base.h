@@ -9,6 +9,8 @@
 
 namespace qorv {
 
+struct ObtainedItem;
+
 /// What the dispatcher hands a handler. A handler borrows it all and lives for one request.
 struct HandlerContext {
   std::span<const BYTE> request;  ///< from the data type byte on
@@ -23,7 +25,8 @@ struct HandlerTraits {
   const std::u16string* changeLog;  ///< null for ink notes, which have none
 };
 
-/// The object model has no folder of its own for mail and ink notes.
+/// The object model has no folder for mail and ink notes: asked for this one, which holds no items of theirs,
+/// it refuses.
 inline constexpr int kNoDefaultFolder = olFolderInfrared;
 
 /// The virtual operations stand in the order of the operation table. Commands build the whole reply; their
@@ -77,14 +80,19 @@ class CQorvApiBase : public RequestReader, public ReplyWriter {
 
   /// Reads the type byte that every request's arguments begin with.
   void skipTypeByte(DWORD& position) { ReadByte(requestCursor_, position); }
+  /// Desktops have always sent a word behind a file's path that the agent has no use for.
+  void skipUnusedWord(DWORD& position) { ReadDword(requestCursor_, position); }
 
  private:
   enum class ItemOperation { Add, Change };
   struct BatchEntry;
 
+  [[nodiscard]] ObtainedItem obtain(ItemOperation operation, DWORD number) const;
   bool writeSingleItem(ItemOperation operation);
   [[nodiscard]] BatchEntry readBatchEntry();
-  bool writeBatchEntry(const BatchEntry& entry);
+  /// False when the batch ends with this entry.
+  bool writeBatchEntry(const BatchEntry& entry, ItemReplyHeader& header);
+  /// False when the item isn't there.
   bool readListedItem(DWORD oid);
   void listFolder(IPOutlookItemCollection& items, int count);
   void listItem(IPOutlookItemCollection& items, int index);

@@ -24,16 +24,13 @@ CQorvApiBase::BatchEntry CQorvApiBase::readBatchEntry() {
   return {operation == kAddOperation ? ItemOperation::Add : ItemOperation::Change, type, number};
 }
 
-/// False when the batch ends here.
-bool CQorvApiBase::writeBatchEntry(const BatchEntry& entry) {
-  ItemReplyHeader header;
+bool CQorvApiBase::writeBatchEntry(const BatchEntry& entry, ItemReplyHeader& header) {
+  header.result = 0;
   const bool isNew = entry.operation == ItemOperation::Add;
   header.oid = isNew ? 0 : entry.number;
   header.reference = entry.number;
   const bool isOurs = entry.type == static_cast<BYTE>(dataType());
-  const ObtainedItem found = !isOurs ? ObtainedItem()
-                             : isNew ? createItem(application(), dataType())
-                                     : findItem(application(), dataType(), entry.number);
+  const ObtainedItem found = isOurs ? obtain(entry.operation, entry.number) : ObtainedItem();
   if (!found.obtained) {
     writeStatus(0, kStatusRefused);
     return false;
@@ -52,14 +49,15 @@ bool CQorvApiBase::WriteItems() {
   skipTypeByte(position);
   const DWORD count = ReadDword(requestCursor_, position);
   requestCursor_ += position;
+  // One header for the whole batch: a status that a record writer sets stays for the entries that follow.
+  ItemReplyHeader header;
   for (DWORD i = 0; i < count && room() >= ItemReplyHeader::kSize; ++i) {
     const BatchEntry entry = readBatchEntry();
-    if (requestCut() || !writeBatchEntry(entry)) return false;
+    if (requestCut() || !writeBatchEntry(entry, header)) return false;
   }
   return true;
 }
 
-/// False when the list ends here because the item isn't there.
 bool CQorvApiBase::readListedItem(DWORD oid) {
   const ObtainedItem found = findItem(application(), dataType(), oid);
   if (!found.obtained) return false;
@@ -85,8 +83,8 @@ bool CQorvApiBase::ReadItems() {
     if (!readListedItem(oid)) {
       // The desktop tells this case by the count of 0 and the seven bytes that nobody writes.
       listHeader_ = started;
+      if (!skip(ListReplyHeader::kSize)) listHeader_.result = 0;
       copyListHeader(0);
-      setResponseLength(responseLength() + ListReplyHeader::kSize);
       return false;
     }
     if (overflowed()) break;

@@ -13,7 +13,6 @@ namespace {
 
 /// The answer to a chunk: result, a zero, the error word and the count of bytes that follow.
 constexpr DWORD kChunkHeaderSize = 1 + 1 + 4 + 4;
-static_assert(kChunkHeaderSize == 10);
 
 /// A file that one command opens exclusively. It is closed also when the open failed, after the error word
 /// was taken.
@@ -54,10 +53,11 @@ bool CQorvApiBase::AppendFile() {
   DWORD position = 0;
   skipTypeByte(position);
   const RequestText path = ReadString(requestCursor_, position);
-  ReadDword(requestCursor_, position);
+  skipUnusedWord(position);
   const DWORD size = ReadDword(requestCursor_, position);
   const BYTE* data = ReadBytes(requestCursor_, position, size);
   bool written = false;
+  // A request that was cut short touches no file, so the platform has no error for it.
   DWORD error = ERROR_INVALID_PARAMETER;
   if (!requestCut()) {
     ExclusiveFile file(path.get(), OPEN_ALWAYS);
@@ -73,13 +73,12 @@ bool CQorvApiBase::ReadFileChunk() {
   DWORD position = 0;
   skipTypeByte(position);
   const RequestText path = ReadString(requestCursor_, position);
-  ReadDword(requestCursor_, position);
+  skipUnusedWord(position);
   const DWORD offset = ReadDword(requestCursor_, position);
   const DWORD wanted = std::min(ReadDword(requestCursor_, position), room() - kChunkHeaderSize);
 
   // The bytes are read into the place where the reply will have them, behind the ten bytes of its header.
-  const DWORD start = responseLength();
-  BYTE* data = responseBuffer().reserve(start + kChunkHeaderSize, wanted);
+  BYTE* data = responseBuffer().reserve(responseLength() + kChunkHeaderSize, wanted);
   ExclusiveFile file(path.get(), OPEN_EXISTING);
   const DWORD read = file.isOpen() ? file.readAt(offset, data, wanted) : 0;
   writeStatus(file.isOpen() ? 1 : 0, 0);

@@ -5,6 +5,12 @@
 
 namespace qorv {
 
+/// An added item is made; the number is the requester's own. A changed one is found by it.
+ObtainedItem CQorvApiBase::obtain(ItemOperation operation, DWORD number) const {
+  return operation == ItemOperation::Add ? createItem(application(), dataType())
+                                         : findItem(application(), dataType(), number);
+}
+
 bool CQorvApiBase::writeSingleItem(ItemOperation operation) {
   setResponseLength(0);
   ItemReplyHeader header;
@@ -13,8 +19,7 @@ bool CQorvApiBase::writeSingleItem(ItemOperation operation) {
   skipTypeByte(position);
   const DWORD number = ReadDword(requestCursor_, position);
   const bool isNew = operation == ItemOperation::Add;
-  const ObtainedItem found =
-      isNew ? createItem(application(), dataType()) : findItem(application(), dataType(), number);
+  const ObtainedItem found = obtain(operation, number);
   if (found.obtained) {
     header.oid = isNew ? 0 : number;
     header.reference = number;

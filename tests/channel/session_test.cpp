@@ -56,6 +56,12 @@ TEST_F(Session, requestsWithoutATypeOrWithAnUnknownOneGetAnEmptyReply) {
   EXPECT_EQ(replies, (std::vector<Bytes>{Bytes(), Bytes(), Bytes(), Bytes(), Bytes(), hex("01000000")}));
 }
 
+TEST_F(Session, anEmptyReplyIsNeverWrittenFromNowhere) {
+  observeCalls();
+  session({Bytes(), hex("0E 09"), request(0, 1)});
+  for (const auto& call : calls("IRAPIStream.Write")) EXPECT_FALSE(call["args"][0].is_null()) << call;
+}
+
 TEST_F(Session, endCommandEndsAlsoWithoutAValidType) {
   for (const char* end : {"01000000 01", "02000000 0100", "02000000 0109"}) {
     ScriptedStream stream(hex(end).append(frame(request(20, 1))));

@@ -1,7 +1,9 @@
+#include <chrono>
 #include <gtest/gtest.h>
 
 #include "tests/support/agent_test.h"
 #include "tests/support/appointments.h"
+#include "tests/support/recurrence_bytes.h"
 
 namespace qorv {
 namespace {
@@ -144,6 +146,45 @@ TEST_F(BatchCommands, readStopsAtTheEndOfTheRecordInWhichATextWasRefused) {
   // The refused record goes on with the texts that fit: three empty ones, 10 fields in all.
   EXPECT_EQ(answer.slice(0, 7), hex("01 00 0D000000 0A"));
   EXPECT_EQ(answer.size(), 7 + 13 * recordSize(4000) + (recordSize(0) - 10));
+}
+
+/// A daily series with so many of its occurrences deleted, each an exception record of 80 bytes without
+/// texts.
+Bytes seriesWithDeleted(unsigned count, std::u16string_view subject) {
+  const std::chrono::sys_days first = std::chrono::year(2005) / 3 / 14;
+  Bytes daily = block(day(2005, 3, 14), day(2005, 3, 14), {.type = 0, .exceptions = count});
+  for (unsigned i = 0; i < count; ++i) {
+    const std::chrono::year_month_day date(first + std::chrono::days(i + 1));
+    const Bytes original = day(int{date.year()}, static_cast<int>(unsigned{date.month()}),
+                               static_cast<int>(unsigned{date.day()}));
+    daily.append(exception(original, original, original, {.deleted = 1}));
+  }
+  return record(3)
+      .append(textField(1, subject))
+      .append(timeField(16, 9))
+      .append(Bytes().u32(19).append(daily));
+}
+
+TEST_F(BatchCommands, readThatMeetsAnUnknownItemAtTheBuffersEndStaysInside) {
+  // A record of a series has 7 + 2 * 20 + 5 * 8 + 4 * 10 + 102 = 229 bytes, 2 for each character and 80 for
+  // each exception. With 1376 and 1382 exceptions and 37 characters 7 + 110383 + 110789 = 221179 bytes are
+  // written, five short of the buffer's end: the seven bytes that nobody writes have no room.
+  const DWORD first = add(seriesWithDeleted(1376, std::u16string(37, u's')));
+  const DWORD second = add(seriesWithDeleted(1382, u""));
+  const auto replies = session({request(16, kAppointment).u32(3).u32(first).u32(second).u32(4711),
+                                request(16, kAppointment).u32(2).u32(first).u32(second)});
+  EXPECT_EQ(replies[0].size(), 221179u);
+  EXPECT_EQ(replies[0].slice(0, 7), hex("00 00 00000000 00"));
+  EXPECT_EQ(replies[1].size(), 221179u);
+  EXPECT_EQ(replies[1].slice(0, 7), hex("01 00 02000000 0C"));
+}
+
+TEST_F(BatchCommands, readThatDoesNotFitTheBufferEndsWithResultZero) {
+  const DWORD first = add(seriesWithDeleted(1376, u""));
+  const DWORD second = add(seriesWithDeleted(1400, u""));
+  const Bytes answer = reply(request(16, kAppointment).u32(2).u32(first).u32(second));
+  EXPECT_EQ(answer.slice(0, 6), hex("00 00 01000000"));
+  EXPECT_LE(answer.size(), 0x36000u);
 }
 
 TEST_F(BatchCommands, readOfACutRequestReadsTheWholeOids) {
