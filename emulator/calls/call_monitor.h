@@ -37,7 +37,8 @@ class CallMonitor {
   /// An object that the program gave, as the device knows it.
   template <typename T>
   T* untapped(T* object) const {
-    return static_cast<T*>(taps_.target(object));
+    IUnknown* const target = taps_.target(object);
+    return target == object ? object : static_cast<T*>(target);
   }
 
  private:
