@@ -20,6 +20,7 @@ class CallMonitor {
   CallMonitor(std::optional<CallLog> log, Faults faults, std::function<void(DWORD)> setLastError);
   CallMonitor(const CallMonitor&) = delete;
   CallMonitor& operator=(const CallMonitor&) = delete;
+  ~CallMonitor() = default;
 
   /// Throws CallLogError when the log could not be written whole.
   void checkLog() const {
