@@ -31,6 +31,7 @@ struct Options {
 
 std::vector<emulator::FaultRule> faultRules(const std::vector<std::string>& texts) {
   std::vector<emulator::FaultRule> rules;
+  rules.reserve(texts.size());
   for (const std::string& text : texts) rules.push_back(emulator::parseFaultRule(text));
   return rules;
 }

@@ -20,6 +20,7 @@ class CallMonitor {
   CallMonitor(std::optional<CallLog> log, Faults faults, std::function<void(DWORD)> setLastError);
   CallMonitor(const CallMonitor&) = delete;
   CallMonitor& operator=(const CallMonitor&) = delete;
+  ~CallMonitor() = default;
 
   /// Throws CallLogError when the log could not be written whole.
   void checkLog() const {
@@ -37,7 +38,8 @@ class CallMonitor {
   /// An object that the program gave, as the device knows it.
   template <typename T>
   T* untapped(T* object) const {
-    return static_cast<T*>(taps_.target(object));
+    IUnknown* const target = taps_.target(object);
+    return target == object ? object : static_cast<T*>(target);
   }
 
  private:

@@ -10,20 +10,20 @@ namespace call_name_detail {
 // The compiler spells template arguments in the name of the function; no list repeats what a declaration
 // says.
 template <auto Entity>
-consteval std::string_view spelled() {
+constexpr std::string_view spelled() {
   return __PRETTY_FUNCTION__;
 }
 template <typename Type>
-consteval std::string_view spelledType() {
+constexpr std::string_view spelledType() {
   return __PRETTY_FUNCTION__;
 }
 
-consteval std::string_view argumentOf(std::string_view spelling) {
+constexpr std::string_view argumentOf(std::string_view spelling) {
   const auto begin = spelling.find("= ") + 2;
   return spelling.substr(begin, spelling.find_first_of(";]", begin) - begin);
 }
 
-consteval std::string_view withoutScope(std::string_view name) {
+constexpr std::string_view withoutScope(std::string_view name) {
   return name.substr(name.find_last_of("&:") + 1);
 }
 

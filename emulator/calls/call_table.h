@@ -28,10 +28,10 @@ struct Failure {
 inline constexpr Failure kReturnsHresult{Failure::Kind::Hresult};
 inline constexpr Failure kReturnsErrorCode{Failure::Kind::ErrorCode};
 inline constexpr Failure kReturnsAllOnes{Failure::Kind::Value, -1};
-consteval Failure returnsOnFailure(std::int64_t value) {
+constexpr Failure returnsOnFailure(std::int64_t value) {
   return {Failure::Kind::Value, value};
 }
-consteval Failure returnsArgumentOnFailure(std::int64_t place) {
+constexpr Failure returnsArgumentOnFailure(std::int64_t place) {
   return {Failure::Kind::Argument, place};
 }
 
@@ -39,7 +39,7 @@ consteval Failure returnsArgumentOnFailure(std::int64_t place) {
 struct Closes {
   std::size_t place;
 };
-consteval Closes closes(std::size_t place) {
+constexpr Closes closes(std::size_t place) {
   return {place};
 }
 
@@ -61,17 +61,17 @@ struct Signature<R (Class::*)(A...)> {
 };
 
 // Each kind of note looks only for its own kind among a row's notes.
-consteval void note(Parameter& parameter, const Parameter& candidate) {
+constexpr void note(Parameter& parameter, const Parameter& candidate) {
   if (candidate.place == parameter.place) parameter = candidate;
 }
-consteval void note(Failure& failure, const Failure& candidate) {
+constexpr void note(Failure& failure, const Failure& candidate) {
   failure = candidate;
 }
-consteval void note(Closes& closed, const Closes& candidate) {
+constexpr void note(Closes& closed, const Closes& candidate) {
   closed = candidate;
 }
 template <typename Wanted, typename Other>
-consteval void note(Wanted&, const Other&) {}
+constexpr void note(Wanted&, const Other&) {}
 
 }  // namespace call_table_detail
 
@@ -87,20 +87,20 @@ struct Call {
   static constexpr std::size_t kArity = std::tuple_size_v<Arguments>;
 
   template <std::size_t Place>
-  static consteval Parameter parameter() {
+  static constexpr Parameter parameter() {
     Parameter found = defaultParameter<std::tuple_element_t<Place, Arguments>>(Place);
     (call_table_detail::note(found, Notes), ...);
     return found;
   }
 
-  static consteval Failure failure() {
+  static constexpr Failure failure() {
     Failure found = call_table_detail::Signature<decltype(Callee)>::kFailure;
     (call_table_detail::note(found, Notes), ...);
     return found;
   }
 
   /// The arity when it closes nothing.
-  static consteval std::size_t closedPlace() {
+  static constexpr std::size_t closedPlace() {
     Closes found{kArity};
     (call_table_detail::note(found, Notes), ...);
     return found.place;

@@ -150,6 +150,16 @@ void tapResults(CallMonitor& monitor, const typename Form::Arguments& arguments)
   });
 }
 
+/// Only an HRESULT tells that what a call was to hand out is not there.
+template <typename Form>
+bool succeeded(const typename Form::Result& result) {
+  if constexpr (Form::kFailure == kReturnsHresult) {
+    return SUCCEEDED(result);
+  } else {
+    return true;
+  }
+}
+
 template <typename T>
 void forget(ObjectNames& names, T* closed) {
   names.forget(kindOf<T>(), closed);
@@ -169,7 +179,7 @@ typename Form::Result performed(CallMonitor& monitor, const typename Form::Argum
     performer.perform(performer.context, exchanged);
   } else {
     const R result = performer.perform(performer.context, exchanged);
-    if (Form::kFailure != kReturnsHresult || result >= R{}) tapResults<Form>(monitor, arguments);
+    if (succeeded<Form>(result)) tapResults<Form>(monitor, arguments);
     if constexpr (Form::kClosedPlace < Form::kArity) {
       forget(monitor.names(), std::get<Form::kClosedPlace>(arguments));
     }

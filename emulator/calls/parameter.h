@@ -46,36 +46,36 @@ struct Extent {
 };
 
 /// The count stands in another argument, or behind it when that is a pointer.
-consteval Extent countedBy(std::size_t place) {
+constexpr Extent countedBy(std::size_t place) {
   return {Shape::Counted, place};
 }
-consteval Extent roomFor(std::size_t elements) {
+constexpr Extent roomFor(std::size_t elements) {
   return {Shape::Fixed, elements};
 }
-consteval Extent blockOf(std::size_t place) {
+constexpr Extent blockOf(std::size_t place) {
   return {Shape::Block, place};
 }
 
-consteval Parameter in(std::size_t place, Extent extent = {}) {
+constexpr Parameter in(std::size_t place, Extent extent = {}) {
   return {place, Direction::In, extent.shape, extent.number};
 }
 /// A structure that goes out may carry its own size or version in; neither is looked at.
-consteval Parameter out(std::size_t place, Extent extent = {}) {
+constexpr Parameter out(std::size_t place, Extent extent = {}) {
   return {place, Direction::Out, extent.shape, extent.number};
 }
-consteval Parameter inOut(std::size_t place, Extent extent = {}) {
+constexpr Parameter inOut(std::size_t place, Extent extent = {}) {
   return {place, Direction::InOut, extent.shape, extent.number};
 }
-consteval Parameter inInterface(std::size_t place) {
+constexpr Parameter inInterface(std::size_t place) {
   return {place, Direction::In, Shape::Interface};
 }
-consteval Parameter opaque(std::size_t place) {
+constexpr Parameter opaque(std::size_t place) {
   return {place, Direction::In, Shape::Opaque};
 }
-consteval Parameter seekValue(std::size_t place, std::size_t typePlace) {
+constexpr Parameter seekValue(std::size_t place, std::size_t typePlace) {
   return {place, Direction::In, Shape::SeekValue, typePlace};
 }
-consteval Parameter messageArgument(std::size_t place, std::size_t messagePlace) {
+constexpr Parameter messageArgument(std::size_t place, std::size_t messagePlace) {
   return {place, Direction::In, Shape::Message, messagePlace};
 }
 
@@ -90,7 +90,7 @@ template <typename T>
 concept AnInterface = Complete<T> && std::is_base_of_v<IUnknown, T>;
 
 template <typename Pointee>
-consteval Parameter behindPointer(std::size_t place) {
+constexpr Parameter behindPointer(std::size_t place) {
   using Plain = std::remove_const_t<Pointee>;
   if constexpr (std::is_same_v<Plain, WCHAR> || std::is_same_v<Pointee, const char>) {
     return {place, Direction::In, Shape::Text};
@@ -111,7 +111,7 @@ consteval Parameter behindPointer(std::size_t place) {
 
 /// What a parameter means when its call's row doesn't say otherwise.
 template <typename T>
-consteval Parameter defaultParameter(std::size_t place) {
+constexpr Parameter defaultParameter(std::size_t place) {
   if constexpr (std::is_pointer_v<T>) {
     return parameter_detail::behindPointer<std::remove_pointer_t<T>>(place);
   } else {

@@ -10,7 +10,7 @@ namespace {
 
 template <typename... Numbers>
 std::string formatted(const char* format, Numbers... numbers) {
-  std::array<char, 64> text;
+  std::array<char, 64> text{};
   const int length = std::snprintf(text.data(), text.size(), format, numbers...);
   return {text.data(), static_cast<std::size_t>(length)};
 }

@@ -103,7 +103,7 @@ void ValueEncoder::value(const T& value) {
 
 template <typename T>
 void ValueEncoder::opaque(T* pointer) {
-  const auto address = reinterpret_cast<const void*>(pointer);
+  const auto* const address = reinterpret_cast<const void*>(pointer);
   if (pointer == nullptr) {
     line_.null();
   } else if constexpr (std::is_same_v<T*, HKEY>) {

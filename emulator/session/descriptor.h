@@ -15,6 +15,8 @@ class Descriptor {
     std::swap(value_, other.value_);
     return *this;
   }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() {
     if (*this) close(value_);
   }

@@ -25,6 +25,7 @@ class RapiStream final : public IRAPIStream {
   RapiStream(Peer peer, UnitOfWork work) : peer_(peer), work_(std::move(work)) {}
   RapiStream(const RapiStream&) = delete;
   RapiStream& operator=(const RapiStream&) = delete;
+  ~RapiStream() = default;
 
   /// The agent has returned: commits what it did beside its requests, undoes what it did for a request that
   /// it left without a reply. Throws what the unit of work throws.
