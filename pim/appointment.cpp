@@ -10,13 +10,13 @@ namespace qorv {
 CCEAppointments::CCEAppointments()
     : CQorvApiBase({olFolderCalendar, DataType::Appointment, &hostContext().appointmentLog}) {}
 
-bool CCEAppointments::ReadItemRecord(IDispatch* item, DWORD) {
+bool CCEAppointments::ReadItemRecord(IDispatch* item, DWORD oid) {
   auto& appointment = static_cast<IAppointment&>(*item);
   const DWORD start = beginRecord();
-  AppointmentReader(application(), appointment, *this, recurrence_).read();
-  LONG oid = 0;
-  appointment.get_Oid(&oid);
-  endRecord(start, static_cast<DWORD>(oid));
+  AppointmentReader(application(), appointment, oid, *this, recurrence_).read();
+  LONG savedOid = 0;
+  appointment.get_Oid(&savedOid);
+  endRecord(start, static_cast<DWORD>(savedOid));
   return true;
 }
 

@@ -4,9 +4,12 @@
 //    1   subject       text
 //    2   location      text
 //    3   categories    text
-//    4   all day       u32: the device sends 1 for true; sent to the device, the low 16 bits are put as they
-//    are 5   sensitivity   u32: 1 is private, anything else normal 6   busy status   u32 7   reminder set
-//    u32, as tag 4 8   reminder      u32, minutes before the start 9   body          text
+//    4   all day       u32: the device sends 1 for true; the low 16 bits of what it gets are put as they are
+//    5   sensitivity   u32: 1 is private, anything else normal
+//    6   busy status   u32
+//    7   reminder set  u32, as tag 4
+//    8   reminder      u32, minutes before the start
+//    9   body          text
 //   16   start         time
 //   18   end           time; the device sends an all-day item's end less one day
 //   19   recurrence    98-byte block, then the exception records, untagged

@@ -2,6 +2,7 @@
 
 #include "pim/appointment.h"
 #include "pim/date_conversion.h"
+#include "pim/end_kind.h"
 #include "pim/exceptions.h"
 #include "pim/recurrence.h"
 #include "platform/errors.h"
@@ -24,15 +25,15 @@ LONG AppointmentReader::number(GetNumber get) const {
 
 void AppointmentReader::writeStart() {
   DATE start;
-  appointment_.get_Start(&start);
-  reply_.WriteTaggedSystemTime(tag::kStart, toSystemTime(application_, start));
+  const bool known = SUCCEEDED(appointment_.get_Start(&start));
+  reply_.WriteTaggedSystemTime(tag::kStart, known ? toSystemTime(application_, start) : SYSTEMTIME{});
 }
 
 void AppointmentReader::writeEnd() {
   DATE end;
-  appointment_.get_End(&end);
+  const bool known = SUCCEEDED(appointment_.get_End(&end));
   if (flag(&IAppointment::get_AllDayEvent)) end = end - kOneDay;
-  reply_.WriteTaggedSystemTime(tag::kEnd, toSystemTime(application_, end));
+  reply_.WriteTaggedSystemTime(tag::kEnd, known ? toSystemTime(application_, end) : SYSTEMTIME{});
 }
 
 void AppointmentReader::writeSensitivity() {
@@ -59,9 +60,7 @@ void AppointmentReader::writeRecurrence() {
   if (FAILED(appointment_.GetRecurrencePattern(pattern.put())) || !pattern) return;
   fillBlock(application_, *pattern, block_);
   if (block_.endKind() != EndKind::Never) {
-    LONG oid = 0;
-    appointment_.get_Oid(&oid);
-    correctEndKind(application_, oid, kAppointmentRecurrenceProperty, block_);
+    correctEndKind(application_, oid_, kAppointmentRecurrenceProperty, block_);
   }
   const auto exceptions = readExceptions(application_, *pattern);
   block_.setNumber(RecurrenceBlock::kExceptionCount, static_cast<DWORD>(exceptions.size()));

@@ -10,9 +10,9 @@ namespace qorv {
 
 class AppointmentReader {
  public:
-  AppointmentReader(IPOutlookApp& application, IAppointment& appointment, ReplyWriter& reply,
+  AppointmentReader(IPOutlookApp& application, IAppointment& appointment, DWORD oid, ReplyWriter& reply,
                     RecurrenceBlock& block)
-      : application_(application), appointment_(appointment), reply_(reply), block_(block) {}
+      : application_(application), appointment_(appointment), oid_(oid), reply_(reply), block_(block) {}
 
   /// Appends all fields in their fixed order, then the exception records of a series.
   void read();
@@ -35,6 +35,7 @@ class AppointmentReader {
 
   IPOutlookApp& application_;
   IAppointment& appointment_;
+  DWORD oid_;
   ReplyWriter& reply_;
   RecurrenceBlock& block_;
 };

@@ -61,6 +61,7 @@ void AppointmentWriter::keepRecurrence() {
   if (!bytes) return;
   block_.assign(RecurrenceBlock::Bytes(bytes, kRecurrenceBlockSize));
   recurring_ = true;
+  exceptions_.clear();
   const DWORD count = block_.number(RecurrenceBlock::kExceptionCount);
   for (DWORD i = 0; i < count && !request_.requestCut(); ++i) {
     exceptions_.push_back(readExceptionRecord(request_, record_, position_));
@@ -113,6 +114,7 @@ void AppointmentWriter::applyRecurrence() {
   if (allDay != VARIANT_FALSE) {
     DATE start;
     DATE end;
+    // The start is asked for and not needed: the sequence of calls has always been so.
     appointment_->get_Start(&start);
     // The desktop sends back the end that it got, which is a day short.
     if (SUCCEEDED(appointment_->get_End(&end))) appointment_->put_End(end + kOneDay);
@@ -132,6 +134,7 @@ HRESULT AppointmentWriter::applyAndSave() {
 /// A fresh object of the item for another try. False when there is none.
 bool AppointmentWriter::obtainAgain() {
   pattern_.reset();
+  obtained_.reset();
   ObtainedItem again = header_.oid != 0 ? findItem(application_, DataType::Appointment, header_.oid)
                                         : createItem(application_, DataType::Appointment);
   obtained_ = std::move(again.item);
@@ -139,15 +142,16 @@ bool AppointmentWriter::obtainAgain() {
   return again.obtained;
 }
 
-/// The end that the desktop sends for an all-day item of several days is its last day.
+/// The end that the desktop sends for an all-day item is its last day. Only items that span more than a day are
+/// extended: the save itself has given the others their one day. So an item of two days can't be told from one of one
+/// day, and a series of several days, which got a day before its pattern was set, gets another; desktops know that.
 void AppointmentWriter::extendAllDayItem() {
   VARIANT_BOOL allDay = VARIANT_FALSE;
   appointment_->get_AllDayEvent(&allDay);
   if (allDay == VARIANT_FALSE) return;
   DATE start;
   DATE end;
-  appointment_->get_Start(&start);
-  appointment_->get_End(&end);
+  if (FAILED(appointment_->get_Start(&start)) || FAILED(appointment_->get_End(&end))) return;
   if (std::trunc(end) - std::trunc(start) <= kOneDay) return;
   appointment_->put_End(end + kOneDay);
   appointment_->Save();
@@ -166,9 +170,8 @@ bool AppointmentWriter::write(IAppointment& appointment) {
   appointment_ = &appointment;
   if (!applyFields()) return false;
   HRESULT saved = applyAndSave();
-  while (saved == E_INVALIDREMINDERTIME && retries_ < kMaxRetries) {
+  while (saved == E_INVALIDREMINDERTIME && retries_ < kMaxRetries && obtainAgain()) {
     ++retries_;
-    if (!obtainAgain()) return true;
     applyFields();
     saved = applyAndSave();
   }

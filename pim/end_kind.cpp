@@ -1,6 +1,5 @@
 #include "pim/end_kind.h"
 
-#include "pim/recurrence.h"
 #include "platform/errors.h"
 #include "platform/system.h"
 #include "service/com_ptr.h"
@@ -72,9 +71,9 @@ std::optional<EndKind> storedEndKind(std::span<const BYTE> blob) {
   return *endType == kEndsAfterOccurrences ? EndKind::AfterOccurrences : EndKind::Never;
 }
 
-bool correctEndKind(IPOutlookApp& application, LONG oid, CEPROPID property, RecurrenceBlock& block) {
+bool correctEndKind(IPOutlookApp& application, DWORD oid, CEPROPID property, RecurrenceBlock& block) {
   ComPtr<IDispatch> any;
-  if (FAILED(application.GetItemFromOid(oid, any.put())) || !any) return false;
+  if (FAILED(application.GetItemFromOid(static_cast<LONG>(oid), any.put())) || !any) return false;
   const auto item = queryInterface<IItem>(*any);
   if (!item) return false;
   const ItemProperties properties(*item, property);

@@ -117,8 +117,9 @@ void changeOccurrence(IPOutlookApp& application, IAppointment& occurrence, const
   }
   if (record.busyStatus != kLeaveUnchanged) occurrence.put_BusyStatus(static_cast<LONG>(record.busyStatus));
   for (const TextProperty& property : kTexts) {
+    if (!(record.*property.member).present) continue;
     std::u16string text = (record.*property.member).text;
-    if ((record.*property.member).present) (occurrence.*property.put)(text.data());
+    (occurrence.*property.put)(text.data());
   }
   occurrence.Save();
 }

@@ -36,6 +36,7 @@ bool WriteLongBody(IPOutlookApp& application, LPCWSTR text, LONG oid) {
   const std::size_t length = text ? std::char_traits<WCHAR>::length(text) : 0;
   if (length < kLongBodyLength) return true;
   const std::vector<char> bytes = toAnsi(text, length);
+  if (bytes.empty()) return false;
   ComPtr<IDispatch> any;
   if (FAILED(application.GetItemFromOid(oid, any.put())) || !any) return false;
   const auto item = queryInterface<IItem>(*any);

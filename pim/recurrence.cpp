@@ -1,5 +1,9 @@
 #include "pim/recurrence.h"
 
+#include <algorithm>
+#include <array>
+#include <span>
+
 #include "platform/errors.h"
 
 namespace qorv {

@@ -20,9 +20,4 @@ void applyBlock(IPOutlookApp& application, IRecurrencePattern& pattern, Recurren
 /// Fills the block from the pattern, exception count 0; fields that the type doesn't use stay as they are.
 void fillBlock(IPOutlookApp& application, IRecurrencePattern& pattern, RecurrenceBlock& block);
 
-/// Corrects the end kind from the item's stored recurrence, which knows whether the user chose a date or a
-/// number of occurrences. An item without the stored property is taken to end after its occurrences. When any
-/// step fails the end kind stays and the result is false.
-bool correctEndKind(IPOutlookApp& application, LONG oid, CEPROPID property, RecurrenceBlock& block);
-
 }  // namespace qorv

@@ -146,6 +146,21 @@ TEST_F(Exceptions, reservedWordAndPresenceValuesDoNotMatter) {
   EXPECT_EQ(textOf(outlook(), *occurrence(oid, kMonday + 7), &IAppointment::get_Subject), u"Late");
 }
 
+TEST_F(Exceptions, ofABlockThatAnotherReplacesDoNotCount) {
+  const Bytes with =
+      block(day(2005, 3, 14), day(2005, 3, 14), {.type = 1, .dayOfWeekMask = 2, .exceptions = 1});
+  const Bytes without = block(day(2005, 3, 14), day(2005, 3, 14), {.type = 1, .dayOfWeekMask = 2});
+  const DWORD oid = reply(request(2, kAppointment)
+                              .u32(1)
+                              .append(record(3)
+                                          .append(timeField(16, 9))
+                                          .append(Bytes().u32(19).append(with).append(
+                                              exception(kSecond, kSecond, kSecond, {.deleted = 1})))
+                                          .append(Bytes().u32(19).append(without))))
+                        .dwordAt(2);
+  EXPECT_TRUE(occurrence(oid, kMonday + 7));
+}
+
 class FailingException : public Exceptions, public testing::WithParamInterface<const char*> {};
 
 TEST_P(FailingException, leavesTheSeriesSaved) {

@@ -73,6 +73,13 @@ INSTANTIATE_TEST_SUITE_P(Calls, FailingLongBody,
                                          "IItem.OpenProperty=0x80004005", "IStream.Write=0x80030005",
                                          "IStream.Commit=0x80030005", "IItem.Save=0x80004005"));
 
+TEST_F(LongBody, aConversionThatYieldsNothingLeavesTheBodyThatIsThere) {
+  const DWORD oid = addWithBody(std::u16string(5000, u'a'));
+  fault("WideCharToMultiByte=1113");
+  reply(request(3, kAppointment).u32(oid).append(record(1).append(textField(9, std::u16string(6000, u'b')))));
+  EXPECT_EQ(bodyOf(oid), std::u16string(5000, u'a'));
+}
+
 TEST_F(LongBody, tellsWhetherItSucceeded) {
   const DWORD oid = addWithBody(u"short");
   const emulator::CurrentDevice current(device());

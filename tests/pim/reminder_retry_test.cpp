@@ -75,6 +75,23 @@ TEST_F(ReminderRetry, endsWhenTheItemCannotBeHadAgain) {
   EXPECT_EQ(reply(request(2, kAppointment).u32(7).append(withReminder(1000))).slice(0, 6),
             hex("01 00 00000000"));
   EXPECT_EQ(callNames("IAppointment.Save").size(), 1u);
+  EXPECT_EQ(callNames("MessageBoxW").size(), 1u) << "the device's user is told";
+}
+
+TEST_F(ReminderRetry, releasesTheRefusedItemBeforeItAsksForAnother) {
+  observeCalls();
+  fault("IAppointment.Save=0x80040067*2");
+  reply(request(2, kAppointment).u32(7).append(withReminder(1000)));
+  std::vector<std::string> names;
+  for (const std::string& name : callNames()) {
+    if (name == "IAppointment.Save" || name == "IAppointment.Release" || name == "IPOutlookApp.CreateItem") {
+      names.push_back(name);
+    }
+  }
+  // Each creation is followed by the release of the dispatch pointer that the item was asked for through.
+  EXPECT_EQ(std::vector<std::string>(names.begin() + 5, names.begin() + 9),
+            (std::vector<std::string>{"IAppointment.Save", "IAppointment.Release", "IPOutlookApp.CreateItem",
+                                      "IAppointment.Release"}));
 }
 
 TEST_F(ReminderRetry, endsWhenNothingIsLeftToReduce) {
