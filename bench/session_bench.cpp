@@ -1,7 +1,6 @@
 // What a request costs over a socket, beside a raw echo of the same bytes over the same kind of socket.
 
 #include <benchmark/benchmark.h>
-#include <map>
 #include <memory>
 
 #include "bench/echo_server.h"
@@ -21,11 +20,15 @@ constexpr unsigned kNoCommand = 0;
 /// More than fit a reply: a record of the device's own defaults takes 127 bytes, the limit is 110592.
 constexpr std::uint32_t kMoreThanFit = 1000;
 
-/// Devices are made once: filling 50,000 appointments is no part of any measurement.
+/// One device at a time, because a process has one: the cases stand in the order that makes each once.
 ServedDevice& device(int appointments) {
-  static std::map<int, std::unique_ptr<ServedDevice>> devices;
-  auto& served = devices[appointments];
-  if (!served) served = std::make_unique<ServedDevice>(appointments);
+  static std::unique_ptr<ServedDevice> served;
+  static int filledWith = 0;
+  if (!served || filledWith != appointments) {
+    served.reset();
+    served = std::make_unique<ServedDevice>(appointments);
+    filledWith = appointments;
+  }
   return *served;
 }
 
@@ -89,8 +92,9 @@ struct Case {
 };
 
 constexpr Case kCases[] = {
-    {"empty", emptyRequest, 1000}, {"one appointment", readOne, 1000}, {"full list", readMany, 1000},
-    {"count", countAll, 1000},     {"count", countAll, 50000},         {"list", listAll, 1000},
+    {"empty", emptyRequest, 1000}, {"one appointment", readOne, 1000},
+    {"full list", readMany, 1000}, {"count", countAll, 1000},
+    {"list", listAll, 1000},       {"count", countAll, 50000},
     {"list", listAll, 50000},
 };
 
