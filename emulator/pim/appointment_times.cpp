@@ -14,7 +14,7 @@ bool isTime(double time) {
 
 }  // namespace
 
-LONG durationOf(const ItemRecord& appointment) {
+LONG durationInMinutes(const ItemRecord& appointment) {
   return static_cast<LONG>(
       std::lround((appointment.get<double>(kEnd) - appointment.get<double>(kStart)) / kMinute));
 }

@@ -38,7 +38,7 @@ HRESULT check(const Property& property, const PropertyValue& value) {
 }
 
 // Nothing, unless both ends are there.
-double durationOf(const ItemRecord& appointment) {
+double durationInDays(const ItemRecord& appointment) {
   const double start = appointment.get<double>(kStart);
   const double end = appointment.get<double>(kEnd);
   return isSet(start) && isSet(end) ? end - start : 0.0;
@@ -46,13 +46,13 @@ double durationOf(const ItemRecord& appointment) {
 
 void moveEnd(ItemRecord& appointment, double start) {
   if (!isSet(appointment.get<double>(kEnd))) return;
-  appointment.set(kEnd, roundToMillisecond(start + durationOf(appointment)));
+  appointment.set(kEnd, roundToMillisecond(start + durationInDays(appointment)));
 }
 
 void moveStart(ItemRecord& appointment, double end) {
   const double start = appointment.get<double>(kStart);
   if (!isSet(start) || end >= start) return;
-  appointment.set(kStart, roundToMillisecond(end - durationOf(appointment)));
+  appointment.set(kStart, roundToMillisecond(end - durationInDays(appointment)));
 }
 
 // What else a put changes, before the value itself is put.

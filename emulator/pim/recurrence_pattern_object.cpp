@@ -123,7 +123,7 @@ HRESULT RecurrencePatternObject::get_NoEndDate(VARIANT_BOOL* noEnd) {
 
 HRESULT RecurrencePatternObject::get_Occurrences(LONG* occurrences) {
   return read(occurrences, [](const PimItem&, const RecurrenceRule& rule) {
-    return rule.end == SeriesEnd::Never ? 0 : countOccurrences(rule);
+    return rule.end == SeriesEnd::Never ? 0 : statedCount(rule);
   });
 }
 
@@ -146,7 +146,7 @@ HRESULT RecurrencePatternObject::get_Instance(LONG* instance) {
 HRESULT RecurrencePatternObject::get_Duration(LONG* minutes) {
   if (item_.kind() != ObjectKind::Appointment) return E_NOTIMPL;
   return read(minutes,
-              [](const PimItem& item, const RecurrenceRule&) { return durationOf(item.properties); });
+              [](const PimItem& item, const RecurrenceRule&) { return durationInMinutes(item.properties); });
 }
 
 HRESULT RecurrencePatternObject::get_MonthOfYear(LONG* month) {
@@ -206,7 +206,7 @@ HRESULT RecurrencePatternObject::put_NoEndDate(VARIANT_BOOL noEnd) {
 HRESULT RecurrencePatternObject::put_Occurrences(LONG occurrences) {
   if (occurrences < 1) return E_INVALIDARG;
   return change([&](RecurrenceRule& rule) {
-    const bool isEqual = rule.end != SeriesEnd::Never && countOccurrences(rule) == occurrences;
+    const bool isEqual = rule.end != SeriesEnd::Never && statedCount(rule) == occurrences;
     rule.end = SeriesEnd::AfterCount;
     rule.count = occurrences;
     return isEqual;
@@ -222,7 +222,7 @@ HRESULT RecurrencePatternObject::put_DayOfWeekMask(LONG mask) {
 }
 
 HRESULT RecurrencePatternObject::put_DayOfMonth(LONG day) {
-  return putNumber(&RecurrenceRule::dayOfMonth, day, 31);
+  return putNumber(&RecurrenceRule::dayOfMonth, day, kLongestMonth);
 }
 
 HRESULT RecurrencePatternObject::put_Instance(LONG instance) {
@@ -235,7 +235,7 @@ HRESULT RecurrencePatternObject::put_Duration(LONG minutes) {
 }
 
 HRESULT RecurrencePatternObject::put_MonthOfYear(LONG month) {
-  return putNumber(&RecurrenceRule::monthOfYear, month, 12);
+  return putNumber(&RecurrenceRule::monthOfYear, month, kMonthsPerYear);
 }
 
 HRESULT RecurrencePatternObject::get_Exceptions(IExceptions** exceptions) {

@@ -9,7 +9,7 @@
 namespace emulator {
 
 inline constexpr double kHour = 1.0 / 24;
-inline constexpr double kMinute = 1.0 / 1440;
+inline constexpr double kMinute = 1.0 / kMinutesPerDay;
 
 /// Takes out what arithmetic leaves behind the last millisecond, so that sums of times compare as they
 /// should.

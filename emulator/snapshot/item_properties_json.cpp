@@ -59,7 +59,7 @@ bool isSet(double date) {
 }
 
 /// Nothing, unless both ends are there.
-double durationOf(const ItemRecord& appointment) {
+double durationInDays(const ItemRecord& appointment) {
   const double start = appointment.get<double>(kStart);
   const double end = appointment.get<double>(kEnd);
   return isSet(start) && isSet(end) ? end - start : 0;
@@ -97,7 +97,7 @@ void dumpProperty(const ItemRecord& record, std::size_t place, Json& object) {
 
 void readProperties(const JsonNode& object, std::span<const std::string_view> others, ItemRecord& record) {
   const bool hasTimes = record.table().kind == ObjectKind::Appointment;
-  const double duration = hasTimes ? durationOf(record) : 0;
+  const double duration = hasTimes ? durationInDays(record) : 0;
   const auto properties = record.table().properties;
   object.forEachMember([&](std::string_view key, const JsonNode& node) {
     const auto property = std::ranges::find(properties, key, &Property::name);
