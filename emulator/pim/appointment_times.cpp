@@ -9,7 +9,7 @@ namespace {
 
 // A pattern's times may be any date; only the time of day counts.
 bool isTime(double time) {
-  return time >= kFirstDay && time < kLastDay + 1;
+  return isInCalendar(time, kFirstDay);
 }
 
 }  // namespace

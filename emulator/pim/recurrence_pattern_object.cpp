@@ -12,13 +12,6 @@
 #include "platform/outlook.h"
 
 namespace emulator {
-namespace {
-
-bool isWithin(double date, Day first) {
-  return date >= first && date < kLastDay + 1;
-}
-
-}  // namespace
 
 HRESULT RecurrencePatternObject::make(ItemCore& core, IUnknown* owner, IRecurrencePattern** pattern) {
   if (pattern == nullptr) return E_POINTER;
@@ -163,7 +156,7 @@ HRESULT RecurrencePatternObject::put_RecurrenceType(LONG type) {
 }
 
 HRESULT RecurrencePatternObject::put_PatternStartDate(DATE start) {
-  if (!isWithin(start, kFirstPlannedDay)) return E_INVALIDARG;
+  if (!isInCalendar(start, kFirstPlannedDay)) return E_INVALIDARG;
   return change([&](RecurrenceRule& rule) {
     rule.start = dayAt(start);
     return false;
@@ -183,7 +176,7 @@ HRESULT RecurrencePatternObject::put_EndTime(DATE time) {
 // A value that the pattern has already, put or computed, decides how the series ends and changes nothing
 // else.
 HRESULT RecurrencePatternObject::put_PatternEndDate(DATE end) {
-  if (!isWithin(end, kFirstPlannedDay)) return E_INVALIDARG;
+  if (!isInCalendar(end, kFirstPlannedDay)) return E_INVALIDARG;
   return change([&](RecurrenceRule& rule) {
     const bool isEqual = endDayOf(rule) == dayAt(end);
     rule.end = SeriesEnd::OnDate;
@@ -251,7 +244,7 @@ HRESULT RecurrencePatternObject::get_Exceptions(IExceptions** exceptions) {
 HRESULT RecurrencePatternObject::GetOccurrence(DATE date, IAppointment** occurrence) {
   if (occurrence == nullptr) return E_POINTER;
   *occurrence = nullptr;
-  if (item_.kind() != ObjectKind::Appointment || !isWithin(date, kFirstDay)) return E_INVALIDARG;
+  if (item_.kind() != ObjectKind::Appointment || !isInCalendar(date, kFirstDay)) return E_INVALIDARG;
   return atBoundary([&] {
     PimItems& items = item_.context().items;
     const Day day = dayAt(date);

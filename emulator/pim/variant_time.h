@@ -15,6 +15,9 @@ inline constexpr double kMinute = 1.0 / kMinutesPerDay;
 /// should.
 double roundToMillisecond(double date);
 
+/// Whether a time lies between a day and the platform's last one, by the millisecond.
+bool isInCalendar(double date, Day earliest);
+
 /// The day on which a time lies. The time must be within the platform's calendar.
 Day dayAt(double date);
 /// What is left of a time without its day.
