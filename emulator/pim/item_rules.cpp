@@ -156,4 +156,10 @@ HRESULT prepareForSave(ItemRecord& record) {
   return S_OK;
 }
 
+HRESULT prepareForSave(PimItem& item) {
+  const bool isSeries = item.kind() == ObjectKind::Appointment && item.rule;
+  if (isSeries && !isSet(item.properties.get<double>(kStart))) return E_INVALIDDATES;
+  return prepareForSave(item.properties);
+}
+
 }  // namespace emulator

@@ -28,4 +28,7 @@ HRESULT putProperty(ItemRecord& record, std::size_t place, PropertyValue value, 
 /// appointment that ends when it cannot: see canEndAt.
 HRESULT prepareForSave(ItemRecord& record);
 
+/// The same for an item. E_INVALIDDATES also for a series of appointments without a start.
+HRESULT prepareForSave(PimItem& item);
+
 }  // namespace emulator

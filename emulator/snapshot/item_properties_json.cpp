@@ -127,6 +127,8 @@ void dumpDifferences(const ItemRecord& occurrence, const ItemRecord& series, Jso
     const bool isOwn = place == kStart || place == kEnd || occurrence.value(place) != series.value(place);
     if (isOwn) dumpProperty(occurrence, place, object);
   }
+  const bool missesEnd = !isSet(occurrence.get<double>(kEnd)) && isSet(series.get<double>(kEnd));
+  if (missesEnd) object["End"] = nullptr;
 }
 
 }  // namespace emulator
