@@ -14,7 +14,7 @@ HRESULT AppointmentObject::get_Duration(LONG* minutes) {
   return atBoundary([&] {
     const PimItem* item = core().item();
     if (item == nullptr) return E_FAIL;
-    *minutes = durationOf(item->properties);
+    *minutes = durationInMinutes(item->properties);
     return S_OK;
   });
 }

@@ -9,12 +9,12 @@ namespace {
 
 // A pattern's times may be any date; only the time of day counts.
 bool isTime(double time) {
-  return time >= kFirstDay && time < kLastDay + 1;
+  return isInCalendar(time, kFirstDay);
 }
 
 }  // namespace
 
-LONG durationOf(const ItemRecord& appointment) {
+LONG durationInMinutes(const ItemRecord& appointment) {
   return static_cast<LONG>(
       std::lround((appointment.get<double>(kEnd) - appointment.get<double>(kStart)) / kMinute));
 }

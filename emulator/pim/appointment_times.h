@@ -6,10 +6,10 @@
 namespace emulator {
 
 /// A month at most, in minutes.
-inline constexpr LONG kLongestDuration = 31 * 1440;
+inline constexpr LONG kLongestDuration = kLongestMonth * kMinutesPerDay;
 
 /// Whole minutes from start to end.
-LONG durationOf(const ItemRecord& appointment);
+LONG durationInMinutes(const ItemRecord& appointment);
 /// Moves the end. E_INVALIDARG below 0 and above kLongestDuration.
 HRESULT putDuration(const PimItems& items, ItemRecord& appointment, LONG minutes);
 

@@ -16,6 +16,10 @@ inline constexpr Day kLastDay = 401768;
 /// 1900-01-01: appointments, tasks and reminders lie no earlier.
 inline constexpr Day kFirstPlannedDay = 2;
 
+inline constexpr std::int64_t kMinutesPerDay = 1440;
+inline constexpr std::int32_t kLongestMonth = 31;  ///< in days
+inline constexpr std::int32_t kMonthsPerYear = 12;
+
 constexpr Day dayOf(std::chrono::sys_days date) {
   constexpr std::chrono::sys_days kEpoch{std::chrono::year{1899} / 12 / 30};
   return static_cast<Day>((date - kEpoch).count());

@@ -106,6 +106,9 @@ ItemStorage::ItemStorage(ObjectStore& store) : store_(store), connection_(store.
   loadException_ = exceptions + " AND original_day = ?";
   putException_ = "INSERT OR REPLACE INTO series_exception (series, original_day, deleted, " +
                   columns(kAppointmentTable) + ") VALUES (?, ?, ?, " + placeholders(kAppointmentTable) + ")";
+  moveException_ = "UPDATE series_exception SET " + detail::columnName(kAppointmentProperties[kStart]) +
+                   " = ?, " + detail::columnName(kAppointmentProperties[kEnd]) +
+                   " = ? WHERE series = ? AND original_day = ?";
 }
 
 ItemStorage::Statements ItemStorage::statementsFor(const ItemTable& table) {
@@ -198,6 +201,12 @@ void ItemStorage::putException(const PimItem& series, const SeriesException& exc
   const std::vector<SparseValue> values = differences(series.properties, exception.appointment);
   connection_.run(putException_, series.oid, exception.originalDay, !exception.appointment.has_value(),
                   std::span<const SparseValue>(values));
+}
+
+void ItemStorage::moveException(Oid series, const SeriesException& exception) {
+  const ItemRecord& appointment = exception.appointment.value();
+  connection_.run(moveException_, appointment.get<double>(kStart), appointment.get<double>(kEnd), series,
+                  exception.originalDay);
 }
 
 void ItemStorage::removeExceptions(Oid series) {

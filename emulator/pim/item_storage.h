@@ -33,6 +33,9 @@ class ItemStorage {
   std::optional<SeriesException> loadException(const PimItem& series, Day originalDay);
   /// Adds the exception or replaces the one of the same original day.
   void putException(const PimItem& series, const SeriesException& exception);
+  /// Stores the times of an exception that is there, and nothing else of it: what it has from its series
+  /// stays the series'.
+  void moveException(Oid series, const SeriesException& exception);
   void removeExceptions(Oid series);
 
  private:
@@ -50,6 +53,7 @@ class ItemStorage {
   std::string loadExceptions_;
   std::string loadException_;
   std::string putException_;
+  std::string moveException_;
 };
 
 }  // namespace emulator

@@ -60,11 +60,16 @@ bool hasOccurrenceOn(const PimItem& series, const std::optional<SeriesException>
   return exception->appointment && dayAt(exception->appointment->get<double>(kStart)) == day;
 }
 
+HRESULT checkStanding(const PimItem& series, const SeriesExceptions& exceptions,
+                      const SeriesException& exception) {
+  if (!series.rule || !isOccurrence(*series.rule, exception.originalDay)) return E_INVALIDARG;
+  return exception.appointment && sharesItsDay(exceptions, exception) ? E_EXCEPTIONSAMEDAY : S_OK;
+}
+
 HRESULT checkPlacement(const PimItem& series, const SeriesExceptions& exceptions,
                        const SeriesException& exception) {
-  if (!series.rule || !isOccurrence(*series.rule, exception.originalDay)) return E_INVALIDARG;
-  if (!exception.appointment) return S_OK;
-  if (sharesItsDay(exceptions, exception)) return E_EXCEPTIONSAMEDAY;
+  const HRESULT standing = checkStanding(series, exceptions, exception);
+  if (FAILED(standing) || !exception.appointment) return standing;
   const double start = exception.appointment->get<double>(kStart);
   const auto before = neighbouringStart(series, exceptions, exception.originalDay, occurrenceBefore);
   const auto after = neighbouringStart(series, exceptions, exception.originalDay, occurrenceAfter);

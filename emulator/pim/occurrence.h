@@ -19,9 +19,14 @@ ItemRecord plainOccurrence(const PimItem& series, Day day);
 /// holds none, nor when it was deleted or moved to another day.
 bool hasOccurrenceOn(const PimItem& series, const std::optional<SeriesException>& exception, Day day);
 
-/// Whether an exception may stand as it is among the others: E_EXCEPTIONSAMEDAY when another changed
-/// occurrence lies on its day, E_OVERLAPPINGEXCEPTION when it went past its neighbours, E_INVALIDARG when the
-/// series has no occurrence on its original day.
+/// Whether the device can hold an exception among the others: E_EXCEPTIONSAMEDAY when another changed
+/// occurrence lies on its day, E_INVALIDARG when the series has no occurrence on its original day. It may lie
+/// past its neighbours: a series that is moved to another time of day leaves its exceptions where they are.
+HRESULT checkStanding(const PimItem& series, const SeriesExceptions& exceptions,
+                      const SeriesException& exception);
+
+/// Whether an exception may be saved among the others: see checkStanding, and E_OVERLAPPINGEXCEPTION when it
+/// went past its neighbours.
 HRESULT checkPlacement(const PimItem& series, const SeriesExceptions& exceptions,
                        const SeriesException& exception);
 

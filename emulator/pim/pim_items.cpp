@@ -14,6 +14,14 @@ void markSaved(PimItem& item) {
   item.exceptionsDropped = false;
 }
 
+HRESULT prepareAll(SeriesExceptions& exceptions) {
+  for (SeriesException& exception : exceptions) {
+    const HRESULT result = exception.appointment ? prepareForSave(*exception.appointment) : S_OK;
+    if (FAILED(result)) return result;
+  }
+  return S_OK;
+}
+
 }  // namespace
 
 PimItems::PimItems(ObjectStore& store, LocalClock clock)
@@ -34,7 +42,7 @@ std::optional<ObjectKind> PimItems::kindOf(Oid oid) {
 
 HRESULT PimItems::add(PimItem& item) {
   PimItem saved = item;
-  const HRESULT result = prepareForSave(saved.properties);
+  const HRESULT result = prepareForSave(saved);
   if (FAILED(result)) return result;
   storage_.insert(saved);
   markSaved(saved);
@@ -48,14 +56,29 @@ HRESULT PimItems::change(PimItem& item) {
   if (!saved) return E_FAIL;
   saved->properties.takeChanges(item.properties);
   if (item.ruleChanged) saved->rule = item.rule;
-  const HRESULT result = prepareForSave(saved->properties);
+  HRESULT result = prepareForSave(*saved);
+  if (FAILED(result)) return result;
+  SeriesExceptions exceptions = keptExceptions(*saved, item.exceptionsDropped);
+  result = prepareAll(exceptions);
   if (FAILED(result)) return result;
   storage_.update(*saved);
-  if (item.exceptionsDropped) storage_.removeExceptions(item.oid);
+  if (exceptions.empty()) storage_.removeExceptions(item.oid);
+  for (const SeriesException& exception : exceptions) {
+    if (exception.appointment) storage_.moveException(item.oid, exception);
+  }
   item = std::move(*saved);
   markSaved(item);
   notify(ItemChangeKind::Changed, item);
   return S_OK;
+}
+
+SeriesExceptions PimItems::keptExceptions(const PimItem& series, bool dropped) {
+  if (dropped || series.kind() != ObjectKind::Appointment || !series.rule) return {};
+  SeriesExceptions exceptions = storage_.loadExceptions(series);
+  const bool stand = std::ranges::all_of(exceptions, [&](const SeriesException& exception) {
+    return SUCCEEDED(checkStanding(series, exceptions, exception));
+  });
+  return stand ? exceptions : SeriesExceptions();
 }
 
 bool PimItems::remove(Oid oid) {
@@ -82,16 +105,14 @@ HRESULT PimItems::putException(Oid oid, SeriesException exception) {
 
 HRESULT PimItems::replaceExceptions(const PimItem& series, SeriesExceptions exceptions) {
   std::ranges::sort(exceptions, {}, &SeriesException::originalDay);
-  for (SeriesException& exception : exceptions) {
-    const HRESULT prepared = exception.appointment ? prepareForSave(*exception.appointment) : S_OK;
-    if (FAILED(prepared)) return prepared;
-  }
+  const HRESULT prepared = prepareAll(exceptions);
+  if (FAILED(prepared)) return prepared;
   const auto sameOccurrence = [](const SeriesException& left, const SeriesException& right) {
     return left.originalDay == right.originalDay;
   };
   if (std::ranges::adjacent_find(exceptions, sameOccurrence) != exceptions.end()) return E_INVALIDARG;
   for (const SeriesException& exception : exceptions) {
-    const HRESULT result = checkPlacement(series, exceptions, exception);
+    const HRESULT result = checkStanding(series, exceptions, exception);
     if (FAILED(result)) return result;
   }
   storage_.removeExceptions(series.oid);

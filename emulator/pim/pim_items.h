@@ -45,7 +45,8 @@ class PimItems {
   /// Saves a new item, under its own identifier when it has one, else under a new one that it is given.
   HRESULT add(PimItem& item);
   /// Saves what was changed in the item since it was made or loaded, and brings it up to date with what
-  /// others saved meanwhile. E_FAIL when the item is gone.
+  /// others saved meanwhile. The exceptions that a series keeps are prepared with it, as what they have from
+  /// the series changed too; one that is refused refuses the series. E_FAIL when the item is gone.
   HRESULT change(PimItem& item);
   /// Whether there was such an item.
   bool remove(Oid oid);
@@ -57,10 +58,13 @@ class PimItems {
   /// Saves one exception of a saved series, or refuses it: see checkPlacement.
   HRESULT putException(Oid series, SeriesException exception);
   /// Saves all exceptions of a saved series at once, in place of those it had, or refuses them all: see
-  /// checkPlacement; E_INVALIDARG also for two of one occurrence.
+  /// checkStanding; E_INVALIDARG also for two of one occurrence.
   HRESULT replaceExceptions(const PimItem& series, SeriesExceptions exceptions);
 
  private:
+  /// None when they were dropped, or when another rule that was saved meanwhile left one without its
+  /// occurrence.
+  SeriesExceptions keptExceptions(const PimItem& series, bool dropped);
   void notify(ItemChangeKind change, const PimItem& item) const;
 
   ObjectStore& store_;

@@ -15,9 +15,7 @@ constexpr std::uint32_t kEndsAfterCount = 0x2022;
 constexpr std::uint32_t kEndsNever = 0x2023;
 constexpr std::uint32_t kCountOfEndless = 10;
 constexpr std::uint32_t kEndOfEndless = 0x5AE980DF;  // 4500-12-31 23:59
-constexpr std::int64_t kMinutesPerDay = 1440;
 constexpr std::int64_t kMinutesPerWeek = 7 * kMinutesPerDay;
-constexpr std::int32_t kMonthsPerYear = 12;
 constexpr std::chrono::year kBlobYear{1601};
 constexpr Day kBlobEpoch = dayOf(kBlobYear / 1 / 1);
 
@@ -88,7 +86,7 @@ void writeParameters(BlobWriter& blob, const RecurrenceRule& rule) {
 void writeEnd(BlobWriter& blob, const RecurrenceRule& rule) {
   const bool never = rule.end == SeriesEnd::Never;
   blob.dword(never ? kEndsNever : rule.end == SeriesEnd::OnDate ? kEndsOnDate : kEndsAfterCount);
-  blob.dword(never ? kCountOfEndless : static_cast<std::uint32_t>(countOccurrences(rule)));
+  blob.dword(never ? kCountOfEndless : static_cast<std::uint32_t>(statedCount(rule)));
 }
 
 void writeTimes(BlobWriter& blob, const OccurrenceTimes& times) {

@@ -12,13 +12,6 @@
 #include "platform/outlook.h"
 
 namespace emulator {
-namespace {
-
-bool isWithin(double date, Day first) {
-  return date >= first && date < kLastDay + 1;
-}
-
-}  // namespace
 
 HRESULT RecurrencePatternObject::make(ItemCore& core, IUnknown* owner, IRecurrencePattern** pattern) {
   if (pattern == nullptr) return E_POINTER;
@@ -123,7 +116,7 @@ HRESULT RecurrencePatternObject::get_NoEndDate(VARIANT_BOOL* noEnd) {
 
 HRESULT RecurrencePatternObject::get_Occurrences(LONG* occurrences) {
   return read(occurrences, [](const PimItem&, const RecurrenceRule& rule) {
-    return rule.end == SeriesEnd::Never ? 0 : countOccurrences(rule);
+    return rule.end == SeriesEnd::Never ? 0 : statedCount(rule);
   });
 }
 
@@ -146,7 +139,7 @@ HRESULT RecurrencePatternObject::get_Instance(LONG* instance) {
 HRESULT RecurrencePatternObject::get_Duration(LONG* minutes) {
   if (item_.kind() != ObjectKind::Appointment) return E_NOTIMPL;
   return read(minutes,
-              [](const PimItem& item, const RecurrenceRule&) { return durationOf(item.properties); });
+              [](const PimItem& item, const RecurrenceRule&) { return durationInMinutes(item.properties); });
 }
 
 HRESULT RecurrencePatternObject::get_MonthOfYear(LONG* month) {
@@ -163,7 +156,7 @@ HRESULT RecurrencePatternObject::put_RecurrenceType(LONG type) {
 }
 
 HRESULT RecurrencePatternObject::put_PatternStartDate(DATE start) {
-  if (!isWithin(start, kFirstPlannedDay)) return E_INVALIDARG;
+  if (!isInCalendar(start, kFirstPlannedDay)) return E_INVALIDARG;
   return change([&](RecurrenceRule& rule) {
     rule.start = dayAt(start);
     return false;
@@ -183,7 +176,7 @@ HRESULT RecurrencePatternObject::put_EndTime(DATE time) {
 // A value that the pattern has already, put or computed, decides how the series ends and changes nothing
 // else.
 HRESULT RecurrencePatternObject::put_PatternEndDate(DATE end) {
-  if (!isWithin(end, kFirstPlannedDay)) return E_INVALIDARG;
+  if (!isInCalendar(end, kFirstPlannedDay)) return E_INVALIDARG;
   return change([&](RecurrenceRule& rule) {
     const bool isEqual = endDayOf(rule) == dayAt(end);
     rule.end = SeriesEnd::OnDate;
@@ -206,7 +199,7 @@ HRESULT RecurrencePatternObject::put_NoEndDate(VARIANT_BOOL noEnd) {
 HRESULT RecurrencePatternObject::put_Occurrences(LONG occurrences) {
   if (occurrences < 1) return E_INVALIDARG;
   return change([&](RecurrenceRule& rule) {
-    const bool isEqual = rule.end != SeriesEnd::Never && countOccurrences(rule) == occurrences;
+    const bool isEqual = rule.end != SeriesEnd::Never && statedCount(rule) == occurrences;
     rule.end = SeriesEnd::AfterCount;
     rule.count = occurrences;
     return isEqual;
@@ -222,7 +215,7 @@ HRESULT RecurrencePatternObject::put_DayOfWeekMask(LONG mask) {
 }
 
 HRESULT RecurrencePatternObject::put_DayOfMonth(LONG day) {
-  return putNumber(&RecurrenceRule::dayOfMonth, day, 31);
+  return putNumber(&RecurrenceRule::dayOfMonth, day, kLongestMonth);
 }
 
 HRESULT RecurrencePatternObject::put_Instance(LONG instance) {
@@ -235,7 +228,7 @@ HRESULT RecurrencePatternObject::put_Duration(LONG minutes) {
 }
 
 HRESULT RecurrencePatternObject::put_MonthOfYear(LONG month) {
-  return putNumber(&RecurrenceRule::monthOfYear, month, 12);
+  return putNumber(&RecurrenceRule::monthOfYear, month, kMonthsPerYear);
 }
 
 HRESULT RecurrencePatternObject::get_Exceptions(IExceptions** exceptions) {
@@ -251,7 +244,7 @@ HRESULT RecurrencePatternObject::get_Exceptions(IExceptions** exceptions) {
 HRESULT RecurrencePatternObject::GetOccurrence(DATE date, IAppointment** occurrence) {
   if (occurrence == nullptr) return E_POINTER;
   *occurrence = nullptr;
-  if (item_.kind() != ObjectKind::Appointment || !isWithin(date, kFirstDay)) return E_INVALIDARG;
+  if (item_.kind() != ObjectKind::Appointment || !isInCalendar(date, kFirstDay)) return E_INVALIDARG;
   return atBoundary([&] {
     PimItems& items = item_.context().items;
     const Day day = dayAt(date);

@@ -9,7 +9,6 @@ namespace {
 // Day 1 of the count, 1899-12-31, is a Sunday.
 constexpr std::int64_t kFirstSunday = 1;
 constexpr std::int64_t kDaysPerWeek = 7;
-constexpr std::int64_t kMonthsPerYear = 12;
 static_assert(weekdayOf(kFirstSunday) == 0);
 
 constexpr std::int64_t floorDivide(std::int64_t dividend, std::int64_t divisor) {
@@ -47,7 +46,7 @@ std::int64_t RecurrencePeriods::endOf(std::int64_t index) const {
 }
 
 std::int64_t RecurrencePeriods::countWithin(std::int64_t days) const {
-  constexpr std::int64_t kLongest[] = {1, kDaysPerWeek, 31, 366};
+  constexpr std::int64_t kLongest[] = {1, kDaysPerWeek, kLongestMonth, 366};
   return std::max<std::int64_t>(1, days / (kLongest[static_cast<int>(unit_)] * interval_));
 }
 

@@ -17,9 +17,9 @@ bool isWellFormed(const RecurrenceRule& rule) {
   return isRecurrenceType(static_cast<std::int32_t>(rule.type)) && rule.interval >= 1 &&
          within(rule.start, kFirstDay, kLastDay) &&
          (!usesDayMask(rule.type) || within(rule.dayMask, 1, kEveryWeekday)) &&
-         (!usesDayOfMonth(rule.type) || within(rule.dayOfMonth, 1, 31)) &&
+         (!usesDayOfMonth(rule.type) || within(rule.dayOfMonth, 1, kLongestMonth)) &&
          (!usesInstance(rule.type) || within(rule.instance, 1, kLastInstance)) &&
-         (!usesMonth(rule.type) || within(rule.monthOfYear, 1, 12));
+         (!usesMonth(rule.type) || within(rule.monthOfYear, 1, kMonthsPerYear));
 }
 
 }  // namespace emulator

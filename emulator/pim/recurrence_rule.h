@@ -33,9 +33,9 @@ struct RecurrenceRule {
   std::int32_t count = 0;        ///< number of occurrences, when the series ends after so many
   std::int32_t interval = 1;     ///< in days, weeks, months or years, as the type says
   std::int32_t dayMask = 0;      ///< Sunday 1 to Saturday 64
-  std::int32_t dayOfMonth = 0;   ///< 1 to 31; a shorter month takes its last day
+  std::int32_t dayOfMonth = 0;   ///< 1 to kLongestMonth; a shorter month takes its last day
   std::int32_t instance = 0;     ///< 1 to 4, or kLastInstance
-  std::int32_t monthOfYear = 0;  ///< 1 to 12
+  std::int32_t monthOfYear = 0;  ///< 1 to kMonthsPerYear
 
   friend bool operator==(const RecurrenceRule&, const RecurrenceRule&) = default;
 };

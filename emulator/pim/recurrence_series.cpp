@@ -65,6 +65,10 @@ std::int32_t countOccurrences(const RecurrenceRule& rule) {
   return rule.end == SeriesEnd::AfterCount ? std::clamp(rule.count, 0, count) : count;
 }
 
+std::int32_t statedCount(const RecurrenceRule& rule) {
+  return rule.end == SeriesEnd::AfterCount ? rule.count : countOccurrences(rule);
+}
+
 std::optional<Day> lastOccurrence(const RecurrenceRule& rule) {
   return nthOccurrence(rule, countOccurrences(rule));
 }

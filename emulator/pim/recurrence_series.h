@@ -23,6 +23,10 @@ std::optional<Day> firstOccurrence(const RecurrenceRule& rule);
 /// platform's last day.
 std::int32_t countOccurrences(const RecurrenceRule& rule);
 
+/// The number that a pattern says: the one that it was given, though the platform's last day may come first,
+/// or the computed one.
+std::int32_t statedCount(const RecurrenceRule& rule);
+
 /// The last occurrence; of a series that never ends the last one that the platform's calendar holds.
 std::optional<Day> lastOccurrence(const RecurrenceRule& rule);
 

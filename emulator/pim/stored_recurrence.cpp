@@ -9,7 +9,7 @@ namespace emulator {
 namespace {
 
 std::int32_t minutesOf(double days) {
-  return static_cast<std::int32_t>(std::lround(days * 1440));
+  return static_cast<std::int32_t>(std::lround(days / kMinute));
 }
 
 OccurrenceTimes timesOf(const ItemRecord& appointment) {

@@ -17,6 +17,10 @@ double roundToMillisecond(double date) {
   return std::round(date * kMillisecondsPerDay) / kMillisecondsPerDay;
 }
 
+bool isInCalendar(double date, Day earliest) {
+  return date >= earliest && roundToMillisecond(date) < kLastDay + 1;
+}
+
 Day dayAt(double date) {
   return static_cast<Day>(std::floor(roundToMillisecond(date)));
 }

@@ -9,11 +9,14 @@
 namespace emulator {
 
 inline constexpr double kHour = 1.0 / 24;
-inline constexpr double kMinute = 1.0 / 1440;
+inline constexpr double kMinute = 1.0 / kMinutesPerDay;
 
 /// Takes out what arithmetic leaves behind the last millisecond, so that sums of times compare as they
 /// should.
 double roundToMillisecond(double date);
+
+/// Whether a time lies between a day and the platform's last one, by the millisecond.
+bool isInCalendar(double date, Day earliest);
 
 /// The day on which a time lies. The time must be within the platform's calendar.
 Day dayAt(double date);

@@ -11,6 +11,7 @@
 #include "emulator/snapshot/recurrence_json.h"
 #include "emulator/snapshot/time_text.h"
 #include "emulator/snapshot/values.h"
+#include "platform/outlook.h"
 
 namespace emulator {
 namespace {
@@ -46,6 +47,7 @@ SeriesException readException(const PimItem& series, const JsonNode& node) {
   }
   exception.appointment = plainOccurrence(series, reading.originalDay);
   if (reading.appointment) readProperties(*reading.appointment, {}, *exception.appointment);
+  if (exception.appointment->get<double>(kStart) == kNoDate) node.refuse("an occurrence has a Start");
   if (const HRESULT result = prepareForSave(*exception.appointment); FAILED(result)) refuseItem(node, result);
   return exception;
 }
@@ -86,7 +88,7 @@ void loadExceptions(PimItems& items, const PimItem& series, const JsonNode& list
   for (const Entry& entry : entries) exceptions.push_back(entry.exception);
   std::ranges::sort(exceptions, {}, &SeriesException::originalDay);
   for (const Entry& entry : entries) {
-    const HRESULT result = checkPlacement(series, exceptions, entry.exception);
+    const HRESULT result = checkStanding(series, exceptions, entry.exception);
     if (FAILED(result)) refuseItem(entry.node, result);
   }
   const HRESULT result = items.replaceExceptions(series, std::move(exceptions));

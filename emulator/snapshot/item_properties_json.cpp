@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "emulator/pim/item_rules.h"
 #include "emulator/pim/variant_time.h"
 #include "emulator/snapshot/time_text.h"
 #include "emulator/snapshot/values.h"
@@ -47,6 +48,8 @@ PropertyValue readValue(const Property& property, const JsonNode& node) {
 void readProperty(ItemRecord& record, std::size_t place, const JsonNode& node) {
   if (node.isNull()) {
     record.reset(place);
+  } else if (record.table().kind == ObjectKind::Appointment && place == kEnd) {
+    record.set(place, readLocal(node));  // requireEnd looks at it
   } else {
     record.set(place, readValue(record.property(place), node));
   }
@@ -58,24 +61,29 @@ bool isSet(double date) {
   return date != kNoDate;
 }
 
-/// Nothing, unless both ends are there.
-double durationOf(const ItemRecord& appointment) {
-  const double start = appointment.get<double>(kStart);
+/// Done once it is known whether the appointment lasts all day.
+void requireEnd(const JsonNode& given, const ItemRecord& appointment) {
   const double end = appointment.get<double>(kEnd);
-  return isSet(start) && isSet(end) ? end - start : 0;
+  if (!canEndAt(appointment, end)) requireInCalendar(given, end, kFirstPlannedDay);
 }
 
 /// `duration` is what the appointment had.
 void settleTimes(const JsonNode& object, double duration, ItemRecord& appointment) {
+  const auto givenStart = object.member("Start");
+  const auto givenEnd = object.member("End");
+  if (!givenStart && !givenEnd) return;
+  if (givenEnd && !givenEnd->isNull()) requireEnd(*givenEnd, appointment);
   const double start = appointment.get<double>(kStart);
   const double end = appointment.get<double>(kEnd);
   if (!isSet(start) || !isSet(end) || end >= start) return;
-  const auto givenEnd = object.member("End");
-  if (givenEnd && object.member("Start")) givenEnd->refuse("is before Start");
+  if (givenEnd && givenStart) givenEnd->refuse("is before Start");
   if (givenEnd) {
     appointment.set(kStart, roundToMillisecond(end - duration));
+    if (appointment.get<double>(kStart) < kFirstPlannedDay) givenEnd->refuse("takes Start before 1900-01-01");
   } else {
     appointment.set(kEnd, roundToMillisecond(start + duration));
+    if (!canEndAt(appointment, appointment.get<double>(kEnd)))
+      givenStart->refuse("takes End past 2999-12-31");
   }
 }
 
@@ -97,7 +105,7 @@ void dumpProperty(const ItemRecord& record, std::size_t place, Json& object) {
 
 void readProperties(const JsonNode& object, std::span<const std::string_view> others, ItemRecord& record) {
   const bool hasTimes = record.table().kind == ObjectKind::Appointment;
-  const double duration = hasTimes ? durationOf(record) : 0;
+  const double duration = hasTimes ? durationInDays(record) : 0;
   const auto properties = record.table().properties;
   object.forEachMember([&](std::string_view key, const JsonNode& node) {
     const auto property = std::ranges::find(properties, key, &Property::name);
@@ -119,6 +127,8 @@ void dumpDifferences(const ItemRecord& occurrence, const ItemRecord& series, Jso
     const bool isOwn = place == kStart || place == kEnd || occurrence.value(place) != series.value(place);
     if (isOwn) dumpProperty(occurrence, place, object);
   }
+  const bool missesEnd = !isSet(occurrence.get<double>(kEnd)) && isSet(series.get<double>(kEnd));
+  if (missesEnd) object["End"] = nullptr;
 }
 
 }  // namespace emulator

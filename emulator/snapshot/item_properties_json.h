@@ -17,7 +17,8 @@ void readProperties(const JsonNode& object, std::span<const std::string_view> ot
 /// Adds every property but missing dates.
 void dumpProperties(const ItemRecord& record, Json& object);
 
-/// Adds the properties in which a changed occurrence differs from its series, and its own times.
+/// Adds the properties in which a changed occurrence differs from its series, and its own times; null for an
+/// end that only the series has.
 void dumpDifferences(const ItemRecord& occurrence, const ItemRecord& series, Json& object);
 
 }  // namespace emulator

@@ -16,9 +16,9 @@ struct Refusal {
 
 constexpr std::array kRefusals{
     Refusal{E_INVALIDREMINDERTIME, "its reminder is before 1900-01-01"},
+    Refusal{E_INVALIDDATES, "its End is past 2999-12-31"},
     Refusal{E_INVALIDARG, "the series has no occurrence on its OriginalDate"},
     Refusal{E_EXCEPTIONSAMEDAY, "another changed occurrence is on its day"},
-    Refusal{E_OVERLAPPINGEXCEPTION, "it is moved past a neighbouring occurrence"},
 };
 
 }  // namespace

@@ -30,9 +30,9 @@ constexpr std::array kParameters{
     Parameter{"Interval", &RecurrenceRule::interval, std::numeric_limits<std::int32_t>::max(),
               [](RecurrenceType) { return true; }},
     Parameter{"DayOfWeekMask", &RecurrenceRule::dayMask, kEveryWeekday, usesDayMask},
-    Parameter{"DayOfMonth", &RecurrenceRule::dayOfMonth, 31, usesDayOfMonth},
+    Parameter{"DayOfMonth", &RecurrenceRule::dayOfMonth, kLongestMonth, usesDayOfMonth},
     Parameter{"Instance", &RecurrenceRule::instance, kLastInstance, usesInstance},
-    Parameter{"MonthOfYear", &RecurrenceRule::monthOfYear, 12, usesMonth},
+    Parameter{"MonthOfYear", &RecurrenceRule::monthOfYear, kMonthsPerYear, usesMonth},
 };
 
 RecurrenceType readType(const JsonNode& pattern) {

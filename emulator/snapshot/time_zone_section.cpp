@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "emulator/pim/calendar_day.h"
 #include "emulator/snapshot/fields.h"
 #include "emulator/snapshot/section_handlers.h"
 
@@ -20,13 +21,12 @@ struct NumberField {
 };
 
 constexpr int kLastYear = 30827;  ///< of the platform's calendar
-constexpr int kMinutesPerDay = 1440;
 
 constexpr std::array kDateFields{
     NumberField<SYSTEMTIME, WORD>{"Year", &SYSTEMTIME::wYear, 0, kLastYear},
-    NumberField<SYSTEMTIME, WORD>{"Month", &SYSTEMTIME::wMonth, 0, 12},
+    NumberField<SYSTEMTIME, WORD>{"Month", &SYSTEMTIME::wMonth, 0, kMonthsPerYear},
     NumberField<SYSTEMTIME, WORD>{"DayOfWeek", &SYSTEMTIME::wDayOfWeek, 0, 6},
-    NumberField<SYSTEMTIME, WORD>{"Day", &SYSTEMTIME::wDay, 0, 31},
+    NumberField<SYSTEMTIME, WORD>{"Day", &SYSTEMTIME::wDay, 0, kLongestMonth},
     NumberField<SYSTEMTIME, WORD>{"Hour", &SYSTEMTIME::wHour, 0, 23},
     NumberField<SYSTEMTIME, WORD>{"Minute", &SYSTEMTIME::wMinute, 0, 59},
     NumberField<SYSTEMTIME, WORD>{"Second", &SYSTEMTIME::wSecond, 0, 59, true},

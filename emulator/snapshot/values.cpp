@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "emulator/pim/variant_time.h"
 #include "emulator/snapshot/base64.h"
 #include "emulator/snapshot/fields.h"
 #include "emulator/snapshot/time_text.h"
@@ -69,7 +70,7 @@ double readLocal(const JsonNode& node) {
 }
 
 void requireInCalendar(const JsonNode& node, double date, Day earliest) {
-  if (date >= earliest && date < kLastDay + 1) return;
+  if (isInCalendar(date, earliest)) return;
   constexpr std::size_t kDateLength = std::string_view("2999-12-31").size();
   const auto dateText = [](Day day) { return localText(day).substr(0, kDateLength); };
   node.refuse("is out of range (" + dateText(earliest) + " to " + dateText(kLastDay) + ")");

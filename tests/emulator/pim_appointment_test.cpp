@@ -138,6 +138,37 @@ TEST_F(Appointment, refusesTimesOutsideTheCalendar) {
   EXPECT_EQ(appointment->put_Start(date(2999, 12, 31, 22)), S_OK);
 }
 
+TEST_F(Appointment, takesNoTimeAlongOutOfTheCalendar) {
+  auto appointment = newAppointment();
+  EXPECT_EQ(appointment->put_Start(date(2005, 7, 1, 8)), S_OK);
+  EXPECT_EQ(appointment->put_Duration(120), S_OK);
+  EXPECT_EQ(appointment->put_Start(date(2999, 12, 31, 22)), E_INVALIDARG);  // would end with 3000-01-01
+  EXPECT_EQ(appointment->put_End(date(1900, 1, 1, 1)), E_INVALIDARG);       // would start in 1899
+  expectTimes(appointment, date(2005, 7, 1, 8), date(2005, 7, 1, 10));
+  EXPECT_EQ(appointment->put_End(date(1900, 1, 1, 2)), S_OK);
+  expectTimes(appointment, date(1900, 1, 1), date(1900, 1, 1, 2));
+  EXPECT_EQ(appointment->put_Start(date(2999, 12, 31, 21, 59)), S_OK);
+}
+
+TEST_F(Appointment, lastsThroughTheLastDayOnlyWhenItIsAllDay) {
+  auto appointment = newAppointment();
+  EXPECT_EQ(appointment->put_Start(date(2999, 12, 31, 9)), S_OK);
+  EXPECT_EQ(appointment->put_End(date(3000, 1, 1)), E_INVALIDARG);
+  EXPECT_EQ(appointment->put_AllDayEvent(VARIANT_TRUE), S_OK);
+  ASSERT_EQ(appointment->Save(), S_OK);
+  expectTimes(appointment, date(2999, 12, 31), date(3000, 1, 1));
+  EXPECT_EQ(appointment->put_End(date(3000, 1, 1)), S_OK);
+  EXPECT_EQ(appointment->put_End(date(3000, 1, 1, 0, 1)), E_INVALIDARG);
+  EXPECT_EQ(appointment->put_AllDayEvent(VARIANT_FALSE), S_OK);
+  EXPECT_EQ(appointment->Save(), E_INVALIDDATES);
+}
+
+TEST_F(Appointment, refusesAMillisecondPastTheCalendarAsWell) {
+  auto appointment = newAppointment();
+  // What rounds to the midnight after the last day lies on the day after it.
+  EXPECT_EQ(appointment->put_End(date(3000, 1, 1) - 1e-9), E_INVALIDARG);
+}
+
 TEST_F(Appointment, spansWholeDaysFromItsSaveOnWhenItIsAllDay) {
   auto appointment = newAppointment();
   EXPECT_EQ(appointment->put_Start(date(2006, 5, 10, 9)), S_OK);

@@ -113,6 +113,18 @@ TEST_F(SeriesOccurrence, followsItsSeriesInWhatItDoesNotSayItself) {
   EXPECT_EQ(text(again, &IAppointment::get_Location), u"Room 2");
 }
 
+TEST_F(SeriesOccurrence, keepsWhatItSaysItselfThoughItsSeriesSaidTheSameForAWhile) {
+  auto changed = on(second_);
+  put(changed, &IAppointment::put_Location, u"Room 2");
+  ASSERT_EQ(changed->Save(), S_OK);
+  for (const char16_t* room : {u"Room 2", u"Room 3"}) {
+    put(series_, &IAppointment::put_Location, room);
+    ASSERT_EQ(series_->Save(), S_OK);
+  }
+  auto again = on(second_);
+  EXPECT_EQ(text(again, &IAppointment::get_Location), u"Room 2");
+}
+
 TEST_F(SeriesOccurrence, thatWasDeletedIsAnExceptionWithoutAnAppointment) {
   ASSERT_EQ(on(second_)->Delete(), S_OK);
   EXPECT_FALSE(on(second_));

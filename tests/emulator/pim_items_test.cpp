@@ -147,10 +147,17 @@ TEST_F(Items, takeAllExceptionsOfASeriesAtOnce) {
   EXPECT_TRUE(items().exceptions(series).empty());
 }
 
+TEST_F(Items, takeAnExceptionPastItsNeighbourOnlyWithAllTheOthers) {
+  const PimItem series = savedWeekly();
+  const double first = date(2005, 3, 14);
+  EXPECT_EQ(items().putException(series.oid, moved(series, first, first + 8)), E_OVERLAPPINGEXCEPTION);
+  EXPECT_EQ(items().replaceExceptions(series, {moved(series, first, first + 8)}), S_OK);
+  EXPECT_EQ(items().exceptions(series).size(), 1u);
+}
+
 TEST_F(Items, refuseExceptionsThatCannotStandTogether) {
   const PimItem series = savedWeekly();
   const double first = date(2005, 3, 14);
-  EXPECT_EQ(items().replaceExceptions(series, {moved(series, first, first + 8)}), E_OVERLAPPINGEXCEPTION);
   EXPECT_EQ(items().replaceExceptions(
                 series, {moved(series, first, first + 1), moved(series, first + 7, first + 1.5)}),
             E_EXCEPTIONSAMEDAY);

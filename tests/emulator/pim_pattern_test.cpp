@@ -115,6 +115,18 @@ TEST_F(RecurrencePattern, computesTheEndDateOfACount) {
   EXPECT_EQ(moment(weekly, &Pattern::get_PatternEndDate), date(2005, 4, 11));
 }
 
+TEST_F(RecurrencePattern, keepsACountThatTheCalendarCutsShort) {
+  auto appointment = savedAppointment(date(2999, 12, 29, 9));
+  auto daily = pattern(appointment);
+  EXPECT_EQ(daily->put_RecurrenceType(olRecursDaily), S_OK);
+  EXPECT_EQ(daily->put_Occurrences(999), S_OK);
+  ASSERT_EQ(appointment->Save(), S_OK);
+  auto again = find<IAppointment>(number(appointment, &IAppointment::get_Oid));
+  auto stored = pattern(again);
+  EXPECT_EQ(number(stored, &Pattern::get_Occurrences), 999);
+  EXPECT_EQ(moment(stored, &Pattern::get_PatternEndDate), date(2999, 12, 31));
+}
+
 TEST_F(RecurrencePattern, computesTheCountOfAnEndDate) {
   auto appointment = savedAppointment(date(2005, 3, 14, 9));
   auto weekly = pattern(appointment);

@@ -75,6 +75,22 @@ TEST(RecurrenceBlob, ofAMonthlyRuleCountsToItsEndDate) {
             "6032AC0CA0E0AE0C");
 }
 
+TEST(RecurrenceBlob, keepsACountThatTheCalendarCutsShort) {
+  // Daily from 2999-12-30, 999 times: only two days are left. 2999-12-30 is number 401767 from 1899-12-30 and
+  // 510972 from 1601-01-01, x 1440 = 0x2BDB6980; a day later is 0x2BDB6F20. 999 = 0x3E7.
+  StoredRecurrence recurrence;
+  recurrence.rule = {
+      .type = RecurrenceType::Daily, .start = day(2999, 12, 30), .end = SeriesEnd::AfterCount, .count = 999};
+  EXPECT_EQ(hex(recurrenceBlob(recurrence)),
+            "04300430"
+            "0A2000000000"
+            "00000000A005000000000000"
+            "22200000E7030000"
+            "00000000"
+            "0000000000000000"
+            "8069DB2B206FDB2B");
+}
+
 TEST(RecurrenceBlob, ofAYearlyRuleHasAPeriodInMonths) {
   // The last Tuesday of April, every second year, from 2005-04-01, twice: 2005-04-26 and 2007-04-24. April
   // 2005 is 4851 months after January 1601, 3 modulo 24: the period begins on 1601-04-01, 90 days = 129600 =

@@ -183,5 +183,14 @@ TEST(SnapshotDump, hasEveryTopLevelKeyInOneOrder) {
                                       "contacts", "appointments", "tasks", "mail", "deleted"}));
 }
 
+TEST(SnapshotItems, lastThroughTheLastDayWhenTheyAreAllDay) {
+  SnapshotDevice device;
+  device.load(R"({"appointments": [{"Oid": 18, "Start": "2999-12-31T09:00:00.000",
+                                    "End": "2999-12-31T10:00:00.000", "AllDayEvent": true}]})");
+  EXPECT_EQ(device.only("appointments")["End"], "3000-01-01T00:00:00.000");
+  const std::string dump = device.dumpText();
+  EXPECT_EQ(reload(dump), dump);
+}
+
 }  // namespace
 }  // namespace emulator::test
