@@ -223,6 +223,7 @@ TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
            Refusal{"--exec true put none '\\a'", 2, "none: No such file or directory"},
            Refusal{"--exec true put . '\\a'", 2, ".: not a regular file"},
            Refusal{"--exec true get '\\a' none/a", 2, "none/a: No such file or directory"},
+           Refusal{"--exec true get '\\a' /dev/null", 2, "/dev/null: not a regular file"},
        }) {
     EXPECT_EQ(runPlain(refusal.arguments), refusal.status) << refusal.arguments;
     EXPECT_EQ(err, std::string("qorv-sync: ") + refusal.message + "\n") << refusal.arguments;
