@@ -158,6 +158,26 @@ TEST_F(SyncCommand, pullWritesOnlyWhatChanged) {
   EXPECT_EQ(out, "0 written, 1 unchanged\n");
 }
 
+TEST_F(SyncCommand, pullReplacesItsOwnFilesOnly) {
+  const auto script = [](const std::string& subject) {
+    return kIdentity + list("u32:18 u32:19 u32:20", 3) +
+           "> 10 02 u32:3 u32:18 u32:19 u32:20\n< 01 00 u32:3 0B " + record(18, subject, "") +
+           record(19, subject, "") + record(20, subject, "") + "\n" + kEnd;
+  };
+  folder.write("calendar/18.ics", calendar(event("Dentist", "Town")));
+  std::filesystem::create_directories(folder / "calendar" / "20.ics");
+  for (const char* subject : {"Standup", "Retro"}) {
+    EXPECT_EQ(run("pull .", script(subject)), 1);
+    EXPECT_EQ(out, "./calendar/19.ics\n1 written, 0 unchanged\n");
+    EXPECT_EQ(err,
+              "qorv-sync: appointment 18: ./calendar/18.ics: not this appointment's file, left as it is\n"
+              "qorv-sync: appointment 20: ./calendar/20.ics: not a regular file\n");
+    EXPECT_EQ(folder.read("calendar/18.ics"), calendar(event("Dentist", "Town")));
+    EXPECT_NE(folder.read("calendar/19.ics").find("SUMMARY:" + std::string(subject) + "\r\n"),
+              std::string::npos);
+  }
+}
+
 TEST_F(SyncCommand, deleteNamesWhatWasNotDeleted) {
   EXPECT_EQ(run("delete appointments 18 99", "> 11 02 u32:2 u32:18 u32:99\n< u32:18\n" + kEnd), 1);
   EXPECT_EQ(out, "deleted 18\n");
