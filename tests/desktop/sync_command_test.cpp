@@ -275,6 +275,11 @@ TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
   for (const Refusal& refusal : {
            Refusal{"info", 2, "say which device: --device ADDRESS or --exec COMMAND"},
            Refusal{"", 2, "A subcommand is required"},
+           Refusal{"bogus", 2, "'bogus' is no command"},
+           Refusal{"--exec true bogus --fast", 2, "'bogus' is no command"},
+           Refusal{"--exec true pull ''", 2, "DIR: must not be empty"},
+           Refusal{"--exec '' info", 2, "--exec: must not be empty"},
+           Refusal{"--device '' info", 2, "--device: must not be empty"},
            Refusal{"--device 127.0.0.1 info", 2, "address '127.0.0.1' is neither HOST:PORT nor unix:PATH"},
            Refusal{"--device unix:none info", 3, "no device at unix:none: No such file or directory"},
            Refusal{"--exec true list contacts", 2, "contacts: not supported by this version"},
