@@ -9,6 +9,7 @@
 namespace desktop {
 
 /// A wall-clock time in the device's own zone; the device keeps no zone with its items.
+/// All zeros are no time at all: an entry of the device can be without one.
 struct LocalTime {
   std::uint16_t year = 0;
   std::uint16_t month = 0;  ///< 1 to 12

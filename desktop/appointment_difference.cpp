@@ -20,8 +20,9 @@ using Differences = std::vector<Difference>;
 std::string spellValue(bool value) {
   return value ? "yes" : "no";
 }
+/// Numbers are signed on the device: a reminder after the start is one of -165 minutes.
 std::string spellValue(std::uint32_t value) {
-  return std::to_string(value);
+  return std::to_string(static_cast<std::int32_t>(value));
 }
 std::string spellValue(const LocalTime& value) {
   return spellTime(value);

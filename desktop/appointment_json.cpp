@@ -31,6 +31,7 @@ Json valueOf(bool flag) {
   return flag;
 }
 Json valueOf(const LocalTime& time) {
+  if (isNone(time)) return nullptr;
   char clock[24];
   std::snprintf(clock, sizeof clock, "T%02u:%02u:%02u", time.hour, time.minute, time.second);
   return spellDay(time) + clock;

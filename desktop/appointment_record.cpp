@@ -29,8 +29,9 @@ void writeField(WireWriter& writer, const AppointmentField& field, const Appoint
 }
 
 LocalTime readTime(WireReader& reader, std::string_view name) {
-  const LocalTime time = reader.time();
-  if (!isValid(time)) throw ProtocolError("an appointment has no valid " + std::string(name));
+  const LocalTime time = noneIfNoDate(reader.time());
+  if (!isNone(time) && !isValid(time))
+    throw ProtocolError("an appointment has no valid " + std::string(name));
   return time;
 }
 
@@ -95,6 +96,12 @@ void dropInherited(Appointment& series) {
   }
 }
 
+/// The device sends an all-day entry's end less one day, and does so also with the end that stands for none.
+void dropAllDayNoDate(Appointment& appointment) {
+  if (!appointment.allDay || isNone(appointment.end)) return;
+  if (isNone(noneIfNoDate(addDays(appointment.end, 1)))) appointment.end = {};
+}
+
 void expectHeader(WireReader& reader, std::uint32_t oid) {
   const std::uint8_t result = reader.byte();
   reader.byte();
@@ -136,6 +143,7 @@ Appointment readAppointment(WireReader& reader, std::uint32_t oid) {
   Seen seen;
   for (int fields = reader.byte(); fields > 0; --fields) readTagged(reader, appointment, seen);
   expectAll(seen, oid);
+  dropAllDayNoDate(appointment);
   dropInherited(appointment);
   return appointment;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 #include "desktop/calendar_uid.h"
@@ -15,6 +16,8 @@ namespace desktop {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::string_view kUidName = "UID";
 
 bool isCalendarName(const fs::path& path) {
   std::string extension = path.extension().string();
@@ -55,6 +58,21 @@ void expectMeaning(const Recurrence& rule) {
   }
 }
 
+/// Long lines go on in the next one, after a blank.
+std::string unfolded(std::string_view text) {
+  std::string whole;
+  for (const char letter : text) {
+    const bool goesOn = (letter == ' ' || letter == '\t') && whole.ends_with('\n');
+    if (!goesOn) {
+      whole += letter;
+      continue;
+    }
+    whole.pop_back();
+    if (whole.ends_with('\r')) whole.pop_back();
+  }
+  return whole;
+}
+
 }  // namespace
 
 CalendarItems readCalendarFiles(std::span<const fs::path> paths) {
@@ -76,6 +94,18 @@ std::string calendarText(const Appointment& appointment, std::u16string_view dev
   } catch (const std::invalid_argument& error) {
     throw DeviceRefusal(error.what());
   }
+}
+
+bool namesOnly(std::string_view text, std::string_view uid) {
+  bool isNamed = false;
+  std::istringstream lines(unfolded(text));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    if (!line.starts_with(kUidName)) continue;
+    if (line.substr(kUidName.size()) != ":" + std::string(uid)) return false;
+    isNamed = true;
+  }
+  return isNamed;
 }
 
 fs::path makeCalendarFolder(const fs::path& folder) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "desktop/icalendar.h"
@@ -26,6 +27,9 @@ CalendarItems readCalendarFiles(std::span<const std::filesystem::path> paths);
 
 /// The device's entry as the text of a calendar file. Throws DeviceRefusal when it has no meaning in one.
 std::string calendarText(const Appointment& appointment, std::u16string_view deviceIdentity);
+
+/// Whether the text of a calendar file has this UID, spelled as calendarText spells it, and no other one.
+bool namesOnly(std::string_view text, std::string_view uid);
 
 /// The folder for calendar files in the given one, made when it isn't there. Throws InputError when it can't
 /// be.

@@ -19,7 +19,8 @@ struct PullOutcome {
 
 using PullReport = std::function<void(const PullOutcome& outcome, std::size_t total)>;
 
-/// Writes each appointment to `OID.ics` in the folder, and reports each.
+/// Writes each appointment to `OID.ics` in the folder, and reports each. A file of that name is replaced only
+/// when it is this device's same appointment; otherwise it stays and the item fails.
 void pullCalendar(Session& session, const std::filesystem::path& folder, const PullReport& report);
 
 }  // namespace desktop

@@ -25,6 +25,7 @@ std::string spellStatus(int status) {
 /// What the child does between fork and its new program: only calls that are safe there.
 [[noreturn]] void becomeCommand(int socket, const char* command) {
   constexpr int kNotStarted = 127;  // the shell's own number for it
+  ::setpgid(0, 0);
   if (::dup2(socket, STDIN_FILENO) < 0 || ::dup2(socket, STDOUT_FILENO) < 0) ::_exit(kNotStarted);
   ::execl("/bin/sh", "sh", "-c", command, static_cast<char*>(nullptr));
   ::_exit(kNotStarted);
@@ -34,6 +35,7 @@ std::string spellStatus(int status) {
 
 CommandStream::~CommandStream() {
   stop(kEndLag);
+  endGroup();
 }
 
 bool CommandStream::awaitEnd(Seconds bound) {
@@ -52,10 +54,20 @@ bool CommandStream::awaitEnd(Seconds bound) {
 void CommandStream::stop(Seconds patience) {
   SocketStream::finish();
   if (awaitEnd(patience)) return;
-  ::kill(child_, SIGTERM);
+  ::kill(-child_, SIGTERM);
   if (awaitEnd(kEndLag)) return;
-  ::kill(child_, SIGKILL);
+  ::kill(-child_, SIGKILL);
   awaitEnd(kEndLag);
+}
+
+void CommandStream::endGroup() {
+  // A group keeps its number for as long as anyone is in it, also when the command itself has ended.
+  if (::kill(-child_, SIGTERM) != 0) return;
+  const auto deadline = std::chrono::steady_clock::now() + kEndLag;
+  while (::kill(-child_, 0) == 0 && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(kWaitStep);
+  }
+  ::kill(-child_, SIGKILL);
 }
 
 void CommandStream::finish() {
@@ -79,6 +91,8 @@ std::unique_ptr<Stream> startCommand(const std::string& command, Seconds timeout
   const pid_t child = ::fork();
   if (child < 0) throw NoDevice(std::string("can't start the device's command: ") + std::strerror(errno));
   if (child == 0) becomeCommand(theirs.get(), command.c_str());
+  // Both sides do it: whichever comes first, the group is there before it is needed.
+  ::setpgid(child, child);
   return std::make_unique<CommandStream>(std::move(ours), child, timeout);
 }
 

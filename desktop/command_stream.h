@@ -10,7 +10,8 @@
 
 namespace desktop {
 
-/// The running command; its standard error is ours. The destructor leaves no command behind.
+/// The running command, in a process group of its own; its standard error is ours. The destructor leaves
+/// nobody of the group behind.
 class CommandStream : public SocketStream {
  public:
   CommandStream(Descriptor socket, pid_t child, Seconds timeout)
@@ -25,6 +26,7 @@ class CommandStream : public SocketStream {
  private:
   bool awaitEnd(Seconds bound);
   void stop(Seconds patience);
+  void endGroup();
 
   pid_t child_;
   std::optional<int> status_;  ///< as waitpid gives it

@@ -25,6 +25,11 @@ LocalTime knownTime(const LocalTime& time, const char* what) {
   return time;
 }
 
+LocalTime timeOrNone(const LocalTime& time, const char* what) {
+  const LocalTime held = noneIfNoDate(time);
+  return isNone(held) ? held : knownTime(held, what);
+}
+
 }  // namespace
 
 void writeException(WireWriter& writer, const AppointmentException& exception) {
@@ -59,8 +64,8 @@ AppointmentException readException(WireReader& reader) {
   }
   // A deleted occurrence has no values of its own.
   if (exception.deleted) return exception;
-  exception.start = knownTime(start, "start");
-  exception.end = knownTime(end, "end");
+  exception.start = timeOrNone(start, "start");
+  exception.end = timeOrNone(end, "end");
   exception.reminderSet = reminderSet != 0;
   if (reminderMinutes != kUnchanged) exception.reminderMinutes = reminderMinutes;
   if (busyStatus != kUnchanged) exception.busyStatus = busyStatus;

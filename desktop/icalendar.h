@@ -39,7 +39,8 @@ struct CalendarFile {
 CalendarFile readCalendar(std::string_view text, const std::string& fileName);
 
 /// One entry as a whole calendar file: floating local times, CRLF, folded. Equal entries give equal bytes.
-/// Throws std::invalid_argument when the recurrence holds numbers that make no rule.
+/// Throws std::invalid_argument for an entry without a start, and when the recurrence holds numbers that make
+/// no rule.
 std::string writeCalendar(const Appointment& appointment, const std::string& uid);
 
 }  // namespace desktop

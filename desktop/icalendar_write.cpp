@@ -85,10 +85,12 @@ ComponentHandle newEvent(const std::string& uid) {
   return event;
 }
 
-/// `end` is the file's: for an all-day entry the day after the last one.
+/// `end` is the file's: for an all-day entry the day after the last one. An event may be without an end, never
+/// without a start.
 void addSpan(icalcomponent& event, const Appointment& appointment, const LocalTime& end) {
+  if (isNone(appointment.start)) throw std::invalid_argument("has no start");
   add(event, icalproperty_new_dtstart(fileTime(appointment.start, appointment.allDay)));
-  add(event, icalproperty_new_dtend(fileTime(end, appointment.allDay)));
+  if (!isNone(end)) add(event, icalproperty_new_dtend(fileTime(end, appointment.allDay)));
 }
 
 void addContents(icalcomponent& event, const Appointment& appointment) {
@@ -108,7 +110,8 @@ void addDeletedDates(icalcomponent& event, const Appointment& appointment) {
 
 ComponentHandle entryEvent(const Appointment& appointment, const std::string& uid) {
   ComponentHandle event = newEvent(uid);
-  addSpan(*event, appointment, appointment.allDay ? addDays(appointment.end, 1) : appointment.end);
+  const bool endsAfterIt = appointment.allDay && !isNone(appointment.end);
+  addSpan(*event, appointment, endsAfterIt ? addDays(appointment.end, 1) : appointment.end);
   if (appointment.recurrence) {
     addRule(*event, *appointment.recurrence, appointment.allDay);
     addDeletedDates(*event, appointment);

@@ -14,15 +14,29 @@ namespace desktop {
 
 namespace {
 
-/// mkstemp makes files for their owner alone; these get the mode that any other new file would.
-void giveUsualMode(int descriptor) {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  ::fchmod(descriptor, 0666 & ~mask);
-}
+/// Content that is new has no claim to the marks that let a program run as its owner.
+constexpr mode_t kPermissions = 0777;
 
 [[noreturn]] void refuse(const std::filesystem::path& path, const std::string& why) {
   throw InputError(path.string() + ": " + why);
+}
+
+mode_t usualMode() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666 & ~mask;
+}
+
+/// Where a file of that name is written to: behind a link the file itself, so that the link stays one.
+std::filesystem::path writablePlace(const std::filesystem::path& path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (fs::is_directory(status)) refuse(path, "is a folder");
+  if (fs::is_regular_file(status)) return fs::canonical(path);
+  if (fs::exists(status)) refuse(path, "not a regular file");
+  if (fs::is_symlink(fs::symlink_status(path, error))) refuse(path, "a link that leads to no file");
+  return path;
 }
 
 }  // namespace
@@ -51,15 +65,17 @@ std::string readTextFile(const std::filesystem::path& path) {
   return text;
 }
 
-OutputFile::OutputFile(std::filesystem::path path)
-    : path_(std::move(path)), temporary_((path_.parent_path() / ".qorv-XXXXXX").string()) {
-  if (std::filesystem::is_directory(path_)) refuse(path_, "is a folder");
+OutputFile::OutputFile(const std::filesystem::path& path)
+    : path_(writablePlace(path)), temporary_((path_.parent_path() / ".qorv-XXXXXX").string()) {
   descriptor_ = Descriptor(::mkstemp(temporary_.data()));
   if (!descriptor_) {
     temporary_.clear();
     refuse(path_, std::strerror(errno));
   }
-  giveUsualMode(descriptor_.get());
+  // mkstemp makes files for their owner alone.
+  struct stat old {};
+  const bool isThere = ::stat(path_.c_str(), &old) == 0;
+  ::fchmod(descriptor_.get(), isThere ? old.st_mode & kPermissions : usualMode());
 }
 
 OutputFile::~OutputFile() {

@@ -32,11 +32,12 @@ class InputFile {
 std::string readTextFile(const std::filesystem::path& path);
 
 /// Written under a name of its own in the same folder; takes its real name, in place of a file of that name,
-/// when it is complete. Until then, and when it never gets there, nothing is to be seen of it.
+/// when it is complete. Until then, and when it never gets there, nothing is to be seen of it. A file that is
+/// replaced leaves its permissions to the new one; a link stays, the file that it leads to is replaced.
 class OutputFile {
  public:
-  /// Throws InputError when no file can be made there.
-  explicit OutputFile(std::filesystem::path path);
+  /// Throws InputError when no file can be made there, and for a name of something else than a regular file.
+  explicit OutputFile(const std::filesystem::path& path);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();

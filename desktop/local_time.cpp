@@ -8,6 +8,9 @@ namespace {
 
 constexpr std::uint16_t kFirstYear = 1601;
 constexpr std::uint16_t kLastYear = 30827;
+/// What the device says for a date that was never set.
+constexpr std::chrono::year_month_day kNoDate{std::chrono::year(4501), std::chrono::January,
+                                              std::chrono::day(1)};
 
 std::chrono::year_month_day dateOf(const LocalTime& time) {
   return {std::chrono::year(time.year), std::chrono::month(time.month), std::chrono::day(time.day)};
@@ -18,6 +21,14 @@ std::chrono::year_month_day dateOf(const LocalTime& time) {
 bool isValid(const LocalTime& time) {
   return time.year >= kFirstYear && time.year <= kLastYear && dateOf(time).ok() && time.hour < 24 &&
          time.minute < 60 && time.second < 60 && time.millisecond < 1000;
+}
+
+bool isNone(const LocalTime& time) {
+  return time == LocalTime{};
+}
+
+LocalTime noneIfNoDate(const LocalTime& time) {
+  return dateOf(time) == kNoDate ? LocalTime{} : time;
 }
 
 std::chrono::sys_days dayOf(const LocalTime& time) {
@@ -47,12 +58,14 @@ LocalTime addDays(const LocalTime& time, int days) {
 }
 
 std::string spellDay(const LocalTime& time) {
+  if (isNone(time)) return "none";
   char text[24];
   std::snprintf(text, sizeof text, "%04u-%02u-%02u", time.year, time.month, time.day);
   return text;
 }
 
 std::string spellTime(const LocalTime& time) {
+  if (isNone(time)) return "none";
   char clock[24];
   std::snprintf(clock, sizeof clock, " %02u:%02u", time.hour, time.minute);
   std::string text = spellDay(time) + clock;

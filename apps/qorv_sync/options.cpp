@@ -22,4 +22,23 @@ void addOptions(CLI::App& app, Options& options) {
   app.require_subcommand(1);
 }
 
+void refuseEmptyValues(CLI::App& command) {
+  const auto whyNot = [](const std::string& value) {
+    return value.empty() ? std::string("must not be empty") : std::string();
+  };
+  for (CLI::Option* option : command.get_options()) {
+    if (option->get_items_expected_max() > 0) option->check(whyNot);
+  }
+}
+
+std::string explain(const CLI::App& app, const CLI::ParseError& error) {
+  if (!app.get_subcommands().empty() || dynamic_cast<const CLI::RequiredError*>(&error) == nullptr) {
+    return error.what();
+  }
+  for (const std::string& word : app.remaining()) {
+    if (!word.starts_with('-')) return "'" + word + "' is no command";
+  }
+  return error.what();
+}
+
 }  // namespace qorv_sync

@@ -17,4 +17,10 @@ struct Options {
 /// Adds the options, in front of a command or after it; exactly one command must be given.
 void addOptions(CLI::App& app, Options& options);
 
+/// Refuses empty values: an argument that is there but empty is mostly a script's variable that was never set.
+void refuseEmptyValues(CLI::App& command);
+
+/// What is wrong with the command line, in one line.
+std::string explain(const CLI::App& app, const CLI::ParseError& error);
+
 }  // namespace qorv_sync

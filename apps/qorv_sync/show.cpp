@@ -5,6 +5,7 @@
 #include "apps/qorv_sync/item_types.h"
 #include "desktop/appointment_json.h"
 #include "desktop/calendar_files.h"
+#include "desktop/device_error.h"
 #include "desktop/device_info.h"
 
 namespace qorv_sync {
@@ -21,10 +22,14 @@ void showItem(Run& run, const Arguments& arguments) {
   desktop::Session& session = run.connect();
   const std::u16string identity = desktop::readIdentity(session);
   readAppointments(run, session, std::span(&arguments.oid, 1), [&](const desktop::Appointment& item) {
-    const std::string text = desktop::calendarText(item, identity);
-    run.report.print(text);
     run.report.data()["appointment"] = desktop::toJson(item);
-    run.report.data()["icalendar"] = text;
+    try {
+      const std::string text = desktop::calendarText(item, identity);
+      run.report.print(text);
+      run.report.data()["icalendar"] = text;
+    } catch (const desktop::DeviceRefusal& refusal) {
+      run.report.fail("appointment " + std::to_string(item.oid) + ": " + refusal.what());
+    }
   });
 }
 

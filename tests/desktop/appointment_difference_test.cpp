@@ -50,6 +50,12 @@ TEST(AppointmentDifference, namesThePropertyAndBothValues) {
                           "location: sent \"Room 4\", device has \"Room\""));
 }
 
+TEST(AppointmentDifference, spellsNumbersWithTheirSign) {
+  Appointment device = series();
+  device.reminderMinutes = 0xFFFFFF5B;  // 165 less than nothing
+  EXPECT_THAT(spelled(series(), device), ElementsAre("reminder minutes: sent 15, device has -165"));
+}
+
 TEST(AppointmentDifference, showsALongTextWhereItParts) {
   Appointment sent = series();
   sent.body = std::u16string(4096, u'a') + u"\u20ACb";

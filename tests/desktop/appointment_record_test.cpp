@@ -168,7 +168,22 @@ TEST(AppointmentRecord, refusesMoreExceptionsThanTheReplyCanHold) {
 }
 
 TEST(AppointmentRecord, refusesATimeThatThereIsNot) {
-  EXPECT_THROW(read(received(zeros(16), kQuarterPastNine, 0, 11)), ProtocolError);
+  const Bytes thirteenthMonth = hex("D5 07 0D 00 01 00 0E 00  09 00 00 00 00 00 00 00");
+  EXPECT_THROW(read(received(thirteenthMonth, kQuarterPastNine, 0, 11)), ProtocolError);
+}
+
+TEST(AppointmentRecord, canBeWithoutDates) {
+  // 1 January 4501 was never a date that a person set; of all-day ends a day is taken before they are sent.
+  const Bytes never = hex("95 11 01 00 06 00 01 00  00 00 00 00 00 00 00 00");
+  const Bytes dayBefore = hex("94 11 0C 00 05 00 1F 00  00 00 00 00 00 00 00 00");
+  EXPECT_EQ(read(received(never, kQuarterPastNine, 0, 11)).start, LocalTime{});
+  EXPECT_EQ(read(received(zeros(16), kQuarterPastNine, 0, 11)).start, LocalTime{});
+  EXPECT_EQ(read(received(kNine, never, 0, 11)).end, LocalTime{});
+  EXPECT_EQ(read(received(kMonday, never, 1, 11)).end, LocalTime{});
+  EXPECT_EQ(read(received(kMonday, zeros(16), 1, 11)).end, LocalTime{});
+  EXPECT_EQ(read(received(kMonday, dayBefore, 1, 11)).end, LocalTime{});
+  EXPECT_EQ(read(received(kNine, dayBefore, 0, 11)).end, (LocalTime{4500, 12, 31}));
+  EXPECT_TRUE(toJson(read(received(never, never, 0, 11)))["start"].is_null());
 }
 
 class HostileRecord : public testing::Test {

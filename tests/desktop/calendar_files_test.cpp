@@ -82,6 +82,45 @@ TEST(CalendarText, namesTheItemOnItsDevice) {
   EXPECT_NE(calendarText(appointment, u"PDA").find("UID:appointment-18@PDA\r\n"), std::string::npos);
 }
 
+TEST(CalendarText, isWithoutAnEndThatTheEntryDoesNotHave) {
+  Appointment appointment;
+  appointment.start = {2005, 3, 14};
+  appointment.allDay = true;
+  const std::string text = calendarText(appointment, u"PDA");
+  EXPECT_NE(text.find("\r\nDTSTART;VALUE=DATE:20050314\r\n"), std::string::npos) << text;
+  EXPECT_EQ(text.find("DTEND"), std::string::npos) << text;
+}
+
+TEST(CalendarText, needsAStart) {
+  Appointment appointment;
+  appointment.end = {2005, 3, 14, 9, 0};
+  EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal);
+  appointment.allDay = true;
+  EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal);
+}
+
+TEST(CalendarText, tellsWhetherItIsOneItemsAlone) {
+  const std::string own = "BEGIN:VEVENT\r\nUID:appointment-18@PDA\r\nEND:VEVENT\r\n";
+  EXPECT_TRUE(namesOnly(own, "appointment-18@PDA"));
+  EXPECT_TRUE(namesOnly(own + own, "appointment-18@PDA"));
+  EXPECT_FALSE(namesOnly(own, "appointment-1@PDA"));
+  EXPECT_FALSE(namesOnly(own, "appointment-18@PDA2"));
+  EXPECT_FALSE(namesOnly(own + "UID:dentist\r\n", "appointment-18@PDA"));
+  EXPECT_FALSE(namesOnly("", "appointment-18@PDA"));
+  EXPECT_FALSE(namesOnly("DESCRIPTION:UID:appointment-18@PDA\r\n", "appointment-18@PDA"));
+}
+
+TEST(CalendarText, tellsItAlsoByAnIdentityOverSeveralLines) {
+  Appointment appointment;
+  appointment.oid = 18;
+  appointment.start = appointment.end = {2005, 3, 14, 9, 0};
+  const std::u16string identity(200, u'x');
+  const std::string uid = "appointment-18@" + std::string(200, 'x');
+  const std::string text = calendarText(appointment, identity);
+  EXPECT_EQ(text.find(uid), std::string::npos);
+  EXPECT_TRUE(namesOnly(text, uid));
+}
+
 TEST(CalendarText, refusesARuleWithoutMeaning) {
   struct Broken {
     RecurrenceType type;

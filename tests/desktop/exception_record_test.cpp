@@ -98,8 +98,16 @@ TEST(ExceptionRecord, readsNoTimesOfADeletedOccurrence) {
 TEST(ExceptionRecord, refusesTimesThatThereAreNot) {
   const Bytes rest = u32(0) + kUnchanged + zeros(24);
   EXPECT_THROW(read(zeros(16) + kStart + kEnd + rest), ProtocolError);
-  EXPECT_THROW(read(kOriginalDay + zeros(16) + kEnd + rest), ProtocolError);
-  EXPECT_THROW(read(kOriginalDay + kStart + zeros(16) + rest), ProtocolError);
+  const Bytes thirteenthMonth = hex("D5 07 0D 00 01 00 1C 00  0A 00 00 00 00 00 00 00");
+  EXPECT_THROW(read(kOriginalDay + thirteenthMonth + kEnd + rest), ProtocolError);
+  EXPECT_THROW(read(kOriginalDay + kStart + thirteenthMonth + rest), ProtocolError);
+}
+
+TEST(ExceptionRecord, canBeWithoutAnEnd) {
+  const Bytes never = hex("95 11 01 00 06 00 01 00  00 00 00 00 00 00 00 00");
+  const Bytes rest = u32(0) + kUnchanged + zeros(24);
+  EXPECT_EQ(read(kOriginalDay + kStart + never + rest).end, LocalTime{});
+  EXPECT_EQ(read(kOriginalDay + kStart + zeros(16) + rest).end, LocalTime{});
 }
 
 }  // namespace

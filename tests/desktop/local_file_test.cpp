@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "desktop/input_error.h"
 #include "tests/desktop/temporary_folder.h"
@@ -49,6 +50,39 @@ TEST_F(LocalFile, leavesNothingWhenItIsNotCompleted) {
 TEST_F(LocalFile, cannotBeMadeWhereThereIsNoFolderOrWhereAFolderIs) {
   EXPECT_THROW(OutputFile(folder / "none" / "a"), InputError);
   EXPECT_THROW(OutputFile(folder.path()), InputError);
+}
+
+TEST_F(LocalFile, takesThePlaceOfRegularFilesOnly) {
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink(folder / "pipe", folder / "toPipe");
+  std::filesystem::create_symlink(folder / "none", folder / "toNothing");
+  std::filesystem::create_symlink(folder / "loop", folder / "loop");
+  for (const char* name : {"pipe", "toPipe", "toNothing", "loop"}) {
+    EXPECT_THROW(OutputFile(folder / name), InputError) << name;
+  }
+  EXPECT_EQ(folder.names(), (std::set<std::string>{"loop", "pipe", "toNothing", "toPipe"}));
+}
+
+TEST_F(LocalFile, isWrittenThroughALink) {
+  folder.write("real/a", "old");
+  std::filesystem::create_symlink("real/a", folder / "link");
+  OutputFile file(folder / "link");
+  file.write(Bytes{'x', 'y'});
+  file.commit();
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_EQ(folder.read("real/a"), "xy");
+  EXPECT_EQ(folder.names(), (std::set<std::string>{"link", "real"}));
+}
+
+TEST_F(LocalFile, keepsThePermissionsOfTheFileThatItReplaces) {
+  using std::filesystem::perms;
+  const perms rare = perms::owner_all | perms::group_read | perms::others_exec;
+  std::filesystem::permissions(folder.write("a", "old"), rare);
+  OutputFile file(folder / "a");
+  file.write(Bytes{'x'});
+  file.commit();
+  EXPECT_EQ(folder.read("a"), "x");
+  EXPECT_EQ(std::filesystem::status(folder / "a").permissions(), rare);
 }
 
 TEST_F(LocalFile, isNotTouchedWhenItHoldsTheSameText) {

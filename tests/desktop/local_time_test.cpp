@@ -6,6 +6,15 @@ namespace {
 
 using namespace desktop;
 
+TEST(LocalTime, isNoneForTheDevicesNoDate) {
+  EXPECT_TRUE(isNone(noneIfNoDate({4501, 1, 1})));
+  EXPECT_TRUE(isNone(noneIfNoDate({4501, 1, 1, 9, 30})));
+  EXPECT_TRUE(isNone(noneIfNoDate({})));
+  EXPECT_EQ(noneIfNoDate({4500, 12, 31}), (LocalTime{4500, 12, 31}));
+  EXPECT_EQ(spellTime({}), "none");
+  EXPECT_EQ(spellDay({}), "none");
+}
+
 TEST(LocalTime, isValidOnRealDaysAndTimesOnly) {
   EXPECT_TRUE(isValid({2004, 2, 29, 23, 59, 59, 999}));
   EXPECT_FALSE(isValid({2005, 2, 29}));

@@ -9,17 +9,26 @@ const std::string kIdentity = "> 0E 02\n< u32:72 d'PDA'\n";
 
 // 14 March 2005, a Monday; 9:00 and 9:15.
 const std::string kNine = "D507 0300 0100 0E00 0900 0000 0000 0000 ";
+// 1 January 4501, a Saturday, and no day at all: two ways to say that there is no date.
+const std::string kNever = "9511 0100 0600 0100 0000 0000 0000 0000 ";
+const std::string kZeros = "zeros:16 ";
 const std::string kQuarterPastNine = "D507 0300 0100 0E00 0900 0F00 0000 0000 ";
 
 std::string list(const std::string& oids, int count) {
   return "> 0D 02\n< 01 00 u32:" + std::to_string(count) + " 00 " + oids + "\n";
 }
 
-/// The eleven fields of an appointment at nine, without any reminder, as the device sends them.
-std::string record(int oid, const std::string& subject, const std::string& location) {
-  return "01 00 u32:" + std::to_string(oid) + " 0B u32:16 " + kNine + "u32:18 " + kQuarterPastNine +
+/// The eleven fields of an appointment without any reminder, as the device sends them.
+std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
+                     const std::string& location) {
+  return "01 00 u32:" + std::to_string(oid) + " 0B u32:16 " + start + "u32:18 " + end +
          "u32:5 u32:0 u32:6 u32:2 u32:8 u32:15 u32:7 u32:0 u32:4 u32:0 u32:1 d'" + subject + "' u32:2 d'" +
          location + "' u32:3 d'' u32:9 d'' ";
+}
+
+/// One at nine.
+std::string record(int oid, const std::string& subject, const std::string& location) {
+  return recordAt(kNine, kQuarterPastNine, oid, subject, location);
 }
 
 std::string readBack(int oid, const std::string& subject, const std::string& location) {
@@ -92,6 +101,16 @@ TEST_F(SyncCommand, showPrintsACalendarFile) {
   EXPECT_NE(out.find("DTSTART:20050314T090000\r\n"), std::string::npos);
 }
 
+TEST_F(SyncCommand, showNamesAnItemWithoutAStart) {
+  for (const std::string& start : {kNever, kZeros}) {
+    EXPECT_EQ(run("show appointments 18", kIdentity + "> 10 02 u32:1 u32:18\n< 01 00 u32:1 0B " +
+                                              recordAt(start, kNever, 18, "Some day", "") + "\n" + kEnd),
+              1);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(err, "qorv-sync: appointment 18: has no start\n");
+  }
+}
+
 TEST_F(SyncCommand, showNamesAnItemThatIsNotThere) {
   EXPECT_EQ(
       run("show appointments 99", kIdentity + "> 10 02 u32:1 u32:99\n< 01 00 u32:0 00 zeros:7\n" + kEnd), 1);
@@ -158,6 +177,49 @@ TEST_F(SyncCommand, pullWritesOnlyWhatChanged) {
   EXPECT_EQ(out, "0 written, 1 unchanged\n");
 }
 
+TEST_F(SyncCommand, pullLeavesOutDatesThatAreNotThere) {
+  EXPECT_EQ(run("pull .", kIdentity + list("u32:18 u32:19 u32:20", 3) +
+                              "> 10 02 u32:3 u32:18 u32:19 u32:20\n< 01 00 u32:3 0B " +
+                              recordAt(kZeros, kZeros, 18, "Some day", "") +
+                              recordAt(kNine, kNever, 19, "Standup", "") +
+                              recordAt(kNine, kZeros, 20, "Retro", "") + "\n" + kEnd),
+            1);
+  EXPECT_EQ(out, "./calendar/19.ics\n./calendar/20.ics\n2 written, 0 unchanged\n");
+  EXPECT_EQ(err, "qorv-sync: appointment 18: has no start\n");
+  for (const char* name : {"calendar/19.ics", "calendar/20.ics"}) {
+    const std::string text = folder.read(name);
+    EXPECT_NE(text.find("\r\nDTSTART:20050314T090000\r\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("DTEND"), std::string::npos) << text;
+  }
+}
+
+TEST_F(SyncCommand, listShowsWhatHasNoDate) {
+  EXPECT_EQ(run("list appointments", list("u32:18", 1) + "> 10 02 u32:1 u32:18\n< 01 00 u32:1 0B " +
+                                         recordAt(kNine, kNever, 18, "Standup", "") + "\n" + kEnd),
+            0);
+  EXPECT_NE(out.find("        18  2005-03-14 09:00  none              Standup\n"), std::string::npos) << out;
+}
+
+TEST_F(SyncCommand, pullReplacesItsOwnFilesOnly) {
+  const auto script = [](const std::string& subject) {
+    return kIdentity + list("u32:18 u32:19 u32:20", 3) +
+           "> 10 02 u32:3 u32:18 u32:19 u32:20\n< 01 00 u32:3 0B " + record(18, subject, "") +
+           record(19, subject, "") + record(20, subject, "") + "\n" + kEnd;
+  };
+  folder.write("calendar/18.ics", calendar(event("Dentist", "Town")));
+  std::filesystem::create_directories(folder / "calendar" / "20.ics");
+  for (const char* subject : {"Standup", "Retro"}) {
+    EXPECT_EQ(run("pull .", script(subject)), 1);
+    EXPECT_EQ(out, "./calendar/19.ics\n1 written, 0 unchanged\n");
+    EXPECT_EQ(err,
+              "qorv-sync: appointment 18: ./calendar/18.ics: not this appointment's file, left as it is\n"
+              "qorv-sync: appointment 20: ./calendar/20.ics: not a regular file\n");
+    EXPECT_EQ(folder.read("calendar/18.ics"), calendar(event("Dentist", "Town")));
+    EXPECT_NE(folder.read("calendar/19.ics").find("SUMMARY:" + std::string(subject) + "\r\n"),
+              std::string::npos);
+  }
+}
+
 TEST_F(SyncCommand, deleteNamesWhatWasNotDeleted) {
   EXPECT_EQ(run("delete appointments 18 99", "> 11 02 u32:2 u32:18 u32:99\n< u32:18\n" + kEnd), 1);
   EXPECT_EQ(out, "deleted 18\n");
@@ -213,6 +275,11 @@ TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
   for (const Refusal& refusal : {
            Refusal{"info", 2, "say which device: --device ADDRESS or --exec COMMAND"},
            Refusal{"", 2, "A subcommand is required"},
+           Refusal{"bogus", 2, "'bogus' is no command"},
+           Refusal{"--exec true bogus --fast", 2, "'bogus' is no command"},
+           Refusal{"--exec true pull ''", 2, "DIR: must not be empty"},
+           Refusal{"--exec '' info", 2, "--exec: must not be empty"},
+           Refusal{"--device '' info", 2, "--device: must not be empty"},
            Refusal{"--device 127.0.0.1 info", 2, "address '127.0.0.1' is neither HOST:PORT nor unix:PATH"},
            Refusal{"--device unix:none info", 3, "no device at unix:none: No such file or directory"},
            Refusal{"--exec true list contacts", 2, "contacts: not supported by this version"},
@@ -223,6 +290,7 @@ TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
            Refusal{"--exec true put none '\\a'", 2, "none: No such file or directory"},
            Refusal{"--exec true put . '\\a'", 2, ".: not a regular file"},
            Refusal{"--exec true get '\\a' none/a", 2, "none/a: No such file or directory"},
+           Refusal{"--exec true get '\\a' /dev/null", 2, "/dev/null: not a regular file"},
        }) {
     EXPECT_EQ(runPlain(refusal.arguments), refusal.status) << refusal.arguments;
     EXPECT_EQ(err, std::string("qorv-sync: ") + refusal.message + "\n") << refusal.arguments;

@@ -1,4 +1,5 @@
 #include <array>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -178,6 +179,40 @@ TEST(DeviceCommand, isTerminatedWhenItStaysOn) {
   const auto stream = startCommand("exec sleep 100", kShortTimeout);
   EXPECT_THROW(stream->finish(), DeviceRefusal);
   EXPECT_EQ(stream->endReason(), "the device's command ended by signal 15");
+}
+
+/// The process that a command names in its first line.
+pid_t readProcess(Stream& stream) {
+  std::array<std::uint8_t, 1> room;
+  std::string line;
+  while (stream.read(room) == 1 && room[0] != '\n') line += static_cast<char>(room[0]);
+  return std::stoi(line);
+}
+
+/// Whether it ends soon; one that has ended may wait for its parent as a zombie.
+bool isGoneSoon(pid_t process) {
+  const std::string file = "/proc/" + std::to_string(process) + "/stat";
+  for (int i = 0; i < 100; ++i) {
+    std::string text;
+    std::getline(std::ifstream(file), text);
+    if (text.empty() || text.find(") Z ") != std::string::npos) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return false;
+}
+
+TEST(DeviceCommand, takesWhomItStartedAlongWhenItStaysOn) {
+  auto stream = startCommand("sleep 100 & echo $!; wait", kShortTimeout);
+  const pid_t sleeper = readProcess(*stream);
+  stream.reset();
+  EXPECT_TRUE(isGoneSoon(sleeper));
+}
+
+TEST(DeviceCommand, takesWhomItStartedAlongWhenItEndsEarly) {
+  auto stream = startCommand("sleep 100 & echo $!; exit 3", kShortTimeout);
+  const pid_t sleeper = readProcess(*stream);
+  stream.reset();
+  EXPECT_TRUE(isGoneSoon(sleeper));
 }
 
 }  // namespace
