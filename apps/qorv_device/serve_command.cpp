@@ -7,6 +7,7 @@
 #include <optional>
 #include <unistd.h>
 
+#include "apps/qorv_device/call_log_place.h"
 #include "emulator/seam/current_device.h"
 #include "emulator/seam/libraries.h"
 #include "emulator/session/listener.h"
@@ -101,6 +102,7 @@ void serveListener(Server& server, const emulator::Listener& listener, std::uint
 }
 
 int serve(const Options& options) {
+  if (!options.calls.empty()) requireHarmlessLog(options.calls, options.device, agentFile(options));
   const emulator::StopSignals signals;
   Server server(options, faultRules(options.faults));
   if (options.standardStreams) {

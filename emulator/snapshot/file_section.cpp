@@ -1,11 +1,13 @@
 // "files": files and folders, each known by its identifier or its path.
 #include <algorithm>
 #include <numeric>
+#include <unordered_set>
 
 #include "emulator/snapshot/file_entry.h"
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/time_text.h"
 #include "emulator/snapshot/values.h"
+#include "emulator/system/case_fold.h"
 #include "emulator/system/path_folders.h"
 #include "emulator/system/utf16.h"
 
@@ -75,7 +77,8 @@ void writeContents(FileTree& files, const FileNode& file, const Bytes& data) {
   files.write(file.oid, 0, data);
 }
 
-void loadFile(Device& device, const JsonNode& node) {
+/// The identifier of the object that was made or changed.
+Oid loadFile(Device& device, const JsonNode& node) {
   const FileEntry entry = readFileEntry(node, device.clock.now());
   const FileNode file = objectOf(device, node, entry);
   if (entry.isFolder && *entry.isFolder != file.isFolder()) {
@@ -88,6 +91,24 @@ void loadFile(Device& device, const JsonNode& node) {
     device.fileTree.setAttributes(file.oid, *entry.isReadOnly ? others | FILE_ATTRIBUTE_READONLY : others);
   }
   if (entry.written) device.fileTree.setWritten(file.oid, *entry.written);
+  return file.oid;
+}
+
+/// Two entries with one path would overwrite each other, or fight over its identifier.
+void requireOwnPaths(const std::vector<JsonNode>& entries) {
+  std::unordered_set<std::u16string> paths;
+  for (const JsonNode& entry : entries) {
+    const auto path = entry.member("path");
+    if (!path) continue;
+    const std::u16string text = readText(*path);
+    if (!paths.insert(foldCase(text)).second)
+      path->refuse(toUtf8(text) + " is the path of another entry as well");
+  }
+}
+
+[[noreturn]] void refuseRepeated(FileTree& files, const JsonNode& entry, Oid oid) {
+  const std::string reason = toUtf8(files.pathOf(oid)) + " is the file of another entry as well";
+  (entry.member("path") ? requireMember(entry, "path") : requireMember(entry, "oid")).refuse(reason);
 }
 
 /// How deep an entry's path lies.
@@ -123,10 +144,16 @@ void dumpFolder(FileTree& files, Oid folder, const std::u16string& path, Json& l
 void loadFiles(Device& device, const JsonNode& node) {
   std::vector<JsonNode> entries;
   node.forEachElement([&entries](const JsonNode& entry) { entries.push_back(entry); });
+  requireOwnPaths(entries);
   // Folders before what is in them: one that is made on the way would not get the identifier that its own
   // entry gives.
   std::ranges::stable_sort(entries, {}, depthOf);
-  for (const JsonNode& entry : entries) loadFile(device, entry);
+  std::unordered_set<Oid> loaded;
+  for (const JsonNode& entry : entries) {
+    const Oid oid = loadFile(device, entry);
+    // One entry may name it by its path and another by its identifier.
+    if (!loaded.insert(oid).second) refuseRepeated(device.fileTree, entry, oid);
+  }
 }
 
 Json dumpFiles(Device& device) {

@@ -315,5 +315,34 @@ TEST_F(Serve, emptiesNoLogWhenItCantServe) {
   EXPECT_EQ(std::filesystem::file_size(log), 4u);
 }
 
+std::string contentOf(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST_F(Serve, writesNoLogOverItsDevice) {
+  const std::string before = contentOf(device_);
+  std::filesystem::create_hard_link(device_, folder_ + "/hard");
+  std::filesystem::create_symlink("device.qdev", folder_ + "/soft");
+  for (const std::string& log : {device_, folder_ + "/./device.qdev", folder_ + "/hard", folder_ + "/soft",
+                                 device_ + "-wal", device_ + "-shm"}) {
+    expectRefusal(serve({"--stdio", "--calls", log}),
+                  log + ": the call log can't be written over the device");
+    EXPECT_TRUE(contentOf(device_) == before) << log;
+  }
+  expectRefusal(run({QORV_DEVICE, "serve", folder_ + "/soft", "--stdio", "--calls", device_}),
+                device_ + ": the call log can't be written over the device");
+  EXPECT_TRUE(contentOf(device_) == before);
+}
+
+TEST_F(Serve, writesNoLogOverItsAgent) {
+  const std::string agent = folder_ + "/agent.so";
+  { std::ofstream(agent) << "an agent"; }
+  expectRefusal(serve({"--stdio", "--agent", agent, "--calls",
+                       folder_ + "/../" + folder_.substr(folder_.rfind('/') + 1) + "/agent.so"}),
+                "the call log can't be written over the agent");
+  EXPECT_EQ(contentOf(agent), "an agent");
+}
+
 }  // namespace
 }  // namespace serve_test
