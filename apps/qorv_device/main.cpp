@@ -6,6 +6,7 @@
 #include "apps/qorv_device/create_command.h"
 #include "apps/qorv_device/dump_command.h"
 #include "apps/qorv_device/load_command.h"
+#include "apps/qorv_device/one_line.h"
 #include "apps/qorv_device/serve_command.h"
 
 using namespace qorv_device;
@@ -31,7 +32,7 @@ int main(int argc, char** argv) {
   } catch (const CLI::Success& wish) {
     return app.exit(wish);
   } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
+    std::cerr << oneLine(error.what()) << '\n';
     return kUnusable;
   }
 }

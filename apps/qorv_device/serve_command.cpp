@@ -116,6 +116,18 @@ int serve(const Options& options) {
   return server.status();
 }
 
+/// More than anybody serves; a greater number is a slip of the hand.
+constexpr std::uint64_t kMostSessions = 1'000'000'000;
+
+/// A value that was left empty by mistake is no wish for the default.
+CLI::Validator notEmpty() {
+  return CLI::Validator(
+      [](const std::string& value) {
+        return value.empty() ? std::string("must not be empty") : std::string();
+      },
+      "");
+}
+
 }  // namespace
 
 Action defineServe(CLI::App& command) {
@@ -126,11 +138,13 @@ Action defineServe(CLI::App& command) {
   auto* const listen = where->add_option(
       "--listen", options->listen, "One session after another; 127.0.0.1:PORT (0: any free) or unix:PATH");
   where->require_option(1);
-  command.add_option("--agent", options->agent, "The agent to load [the one beside this program]");
+  command.add_option("--agent", options->agent, "The agent to load [the one beside this program]")
+      ->check(notEmpty());
   command.add_option("--sessions", options->sessions, "How many sessions to serve [no end]")
       ->needs(listen)
-      ->check(CLI::PositiveNumber);
-  command.add_option("--calls", options->calls, "Log every platform call of the agent to this file");
+      ->check(CLI::Range(std::uint64_t{1}, kMostSessions));
+  command.add_option("--calls", options->calls, "Log every platform call of the agent to this file")
+      ->check(notEmpty());
   command.add_option("--fault", options->faults, "Make a call fail: CALL[#FIRST]=RESULT[*COUNT]")
       ->allow_extra_args(false);
   command.add_flag("--real-time", options->realTime, "Let sleeps of the device take their time");

@@ -276,6 +276,9 @@ TEST_F(Serve, refusesAWrongCommandLine) {
   expectRefusal(serve({"--stdio", "--sessions", "2"}), "--sessions");
   expectRefusal(serve({"--listen", "127.0.0.1:0", "--sessions", "0"}), "--sessions");
   expectRefusal(serve({"--listen", "127.0.0.1:0", "--sessions", "many"}), "--sessions");
+  expectRefusal(serve({"--listen", "127.0.0.1:0", "--sessions", "99999999999999999999999"}), "--sessions");
+  expectRefusal(serve({"--stdio", "--calls", ""}), "--calls");
+  expectRefusal(serve({"--stdio", "--agent", ""}), "--agent");
   expectRefusal(serve({"--listen"}), "--listen");
 }
 
