@@ -33,10 +33,11 @@ bool isSocketFile(const char* path) {
   return stat(path, &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-/// Whether a socket file was left behind by a program that is gone.
+/// Whether a socket file was left behind by a program that is gone. Asked with a socket of another type, which is
+/// refused either way: a server that is there must not take the question for a desktop.
 bool isStale(const sockaddr_un& address) {
   if (!isSocketFile(address.sun_path)) return false;
-  const Descriptor probe(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const Descriptor probe(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   return connect(probe.get(), general(address), sizeof address) != 0 && errno == ECONNREFUSED;
 }
 

@@ -122,6 +122,24 @@ TEST_F(UnixSocket, thatIsServedIsRefusedAndLeftAlone) {
   EXPECT_TRUE(std::filesystem::is_socket(path_));
 }
 
+TEST_F(UnixSocket, thatIsServedGetsNoDesktopFromAnotherServersQuestion) {
+  const Listener listener(address_);
+  EXPECT_NE(complaint(address_), "");
+  sockaddr_un target{};
+  target.sun_family = AF_UNIX;
+  path_.string().copy(target.sun_path, sizeof target.sun_path - 1);
+  const Descriptor desktop(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  ASSERT_EQ(connect(desktop.get(), reinterpret_cast<sockaddr*>(&target), sizeof target), 0);
+  ASSERT_EQ(write(desktop.get(), "y", 1), 1);
+  // The first that is accepted is the one that connected: what it says arrives.
+  const Pipe stop;
+  const auto accepted = listener.accept(stop.read.get());
+  ASSERT_TRUE(accepted);
+  char said = 0;
+  EXPECT_EQ(read(accepted->get(), &said, 1), 1);
+  EXPECT_EQ(said, 'y');
+}
+
 TEST_F(UnixSocket, neverTakesThePlaceOfAnotherFile) {
   { std::ofstream(path_) << "mine"; }
   EXPECT_EQ(complaint(address_), address_ + ": Address already in use");
