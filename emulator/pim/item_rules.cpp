@@ -85,10 +85,10 @@ HRESULT applyPut(ItemRecord& record, std::size_t place, const PropertyValue& val
 void spanWholeDays(ItemRecord& appointment) {
   const double start = appointment.get<double>(kStart);
   const double end = appointment.get<double>(kEnd);
-  if (!isSet(start) || !isSet(end)) return;
+  if (!isSet(start)) return;
   const double firstMidnight = dayAt(start);
   appointment.set(kStart, firstMidnight);
-  appointment.set(kEnd, std::max(nextMidnight(end), firstMidnight + 1));
+  appointment.set(kEnd, std::max(isSet(end) ? nextMidnight(end) : firstMidnight, firstMidnight + 1));
 }
 
 HRESULT prepareAppointment(ItemRecord& appointment) {

@@ -156,6 +156,13 @@ TEST(SnapshotAppointment, spansWholeDaysWhenItIsAllDay) {
   EXPECT_EQ(device.only("appointments")["End"], "2005-03-16T00:00:00.000");
 }
 
+TEST(SnapshotAppointment, lastsOneDayWhenItIsAllDayAndHasNoEnd) {
+  SnapshotDevice device;
+  device.load(R"({"appointments": [{"Oid": 18, "AllDayEvent": true, "Start": "2005-01-01T00:10:00.000"}]})");
+  EXPECT_EQ(device.only("appointments")["Start"], "2005-01-01T00:00:00.000");
+  EXPECT_EQ(device.only("appointments")["End"], "2005-01-02T00:00:00.000");
+}
+
 TEST(SnapshotTask, isCompletedWithoutADateOfItsOwn) {
   SnapshotDevice device;
   device.load(R"({"tasks": [{"Oid": 19, "Complete": true}]})");
