@@ -43,7 +43,8 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       modules(configuration, lastError),
-      objectModel(store, memory, localClock(clock, configuration)) {}
+      objectModel(store, memory, localClock(clock, configuration)),
+      messaging(store, memory) {}
 
 void Device::commit() {
   store.commit();

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/messaging/messaging.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
 #include "emulator/store/object_store.h"
@@ -74,6 +75,7 @@ struct Device {
   ComApartment com;
   HostMemory memory;  ///< what the device's calls allocate for the agent
   ObjectModel objectModel;
+  Messaging messaging;
 };
 
 }  // namespace emulator

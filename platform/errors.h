@@ -48,6 +48,7 @@ inline constexpr HRESULT MAPI_E_UNKNOWN_FLAGS = platform_detail::failure(0x80040
 inline constexpr HRESULT MAPI_E_INVALID_ENTRYID = platform_detail::failure(0x80040107);
 inline constexpr HRESULT MAPI_E_BUSY = platform_detail::failure(0x8004010B);
 inline constexpr HRESULT MAPI_E_NOT_FOUND = platform_detail::failure(0x8004010F);
+inline constexpr HRESULT MAPI_E_NO_ACCESS = platform_detail::failure(0x80070005);
 inline constexpr HRESULT MAPI_E_TIMEOUT = platform_detail::failure(0x80040401);
 inline constexpr HRESULT MAPI_E_CALL_FAILED = E_FAIL;
 inline constexpr HRESULT MAPI_E_NOT_ENOUGH_MEMORY = E_OUTOFMEMORY;

@@ -17,7 +17,6 @@ struct IMAPIProgress;
 struct MAPIERROR;
 struct NOTIFICATION;
 struct SRestriction;
-struct SSortOrderSet;
 
 class IMAPIProp : public IUnknown {
  public:

@@ -32,9 +32,11 @@ inline constexpr ULONG PR_MESSAGE_DELIVERY_TIME = 0x0E060040;
 inline constexpr ULONG PR_MESSAGE_FLAGS = 0x0E070003;
 inline constexpr ULONG PR_MESSAGE_SIZE = 0x0E080003;
 inline constexpr ULONG PR_PARENT_ENTRYID = 0x0E090102;
+inline constexpr ULONG PR_ATTACH_SIZE = 0x0E200003;
 inline constexpr ULONG PR_ATTACH_NUM = 0x0E210003;
 inline constexpr ULONG PR_ENTRYID = 0x0FFF0102;
 inline constexpr ULONG PR_BODY_W = 0x1000001F;
+inline constexpr ULONG PR_ROWID = 0x30000003;
 inline constexpr ULONG PR_DISPLAY_NAME_W = 0x3001001F;
 inline constexpr ULONG PR_ADDRTYPE_W = 0x3002001F;
 inline constexpr ULONG PR_EMAIL_ADDRESS_W = 0x3003001F;
@@ -61,6 +63,9 @@ inline constexpr LONG MAPI_BCC = 3;
 inline constexpr BOOKMARK BOOKMARK_BEGINNING = 0;
 inline constexpr BOOKMARK BOOKMARK_CURRENT = 1;
 inline constexpr BOOKMARK BOOKMARK_END = 2;
+inline constexpr ULONG TABLE_SORT_ASCEND = 0;
+inline constexpr ULONG TABLE_SORT_DESCEND = 1;
+inline constexpr ULONG TBL_NOADVANCE = 1;
 inline constexpr ULONG MAPI_STORE = 1;
 inline constexpr ULONG MAPI_FOLDER = 3;
 inline constexpr ULONG MAPI_MESSAGE = 5;
@@ -136,6 +141,19 @@ static_assert(kHasDeviceLayout<sizeof(ADRENTRY), 12>);
 struct ADRLIST {
   ULONG cEntries;
   ADRENTRY aEntries[1];
+};
+
+struct SSortOrder {
+  ULONG ulPropTag;
+  ULONG ulOrder;
+};
+
+/// cSorts orders follow one another; the declared one is the first.
+struct SSortOrderSet {
+  ULONG cSorts;
+  ULONG cCategories;
+  ULONG cExpanded;
+  SSortOrder aSort[1];
 };
 
 struct MAPINAMEID {

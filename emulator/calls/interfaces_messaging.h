@@ -52,7 +52,7 @@ struct Interface<IMAPIFolder> {
                Call<&IMAPIFolder::DeleteFolder, in(1, countedBy(0))>, Call<&IMAPIFolder::SetReadFlags, in(0)>,
                Call<&IMAPIFolder::GetMessageStatus, in(1, countedBy(0))>,
                Call<&IMAPIFolder::SetMessageStatus, in(1, countedBy(0))>,
-               Call<&IMAPIFolder::SaveContentsSort>, Call<&IMAPIFolder::EmptyFolder>>;
+               Call<&IMAPIFolder::SaveContentsSort, in(0)>, Call<&IMAPIFolder::EmptyFolder>>;
 };
 
 template <>
@@ -79,7 +79,7 @@ struct Interface<IMAPITable> {
                Call<&IMAPITable::QueryColumns>, Call<&IMAPITable::GetRowCount>, Call<&IMAPITable::SeekRow>,
                Call<&IMAPITable::SeekRowApprox>, Call<&IMAPITable::QueryPosition>, Call<&IMAPITable::FindRow>,
                Call<&IMAPITable::Restrict>, Call<&IMAPITable::CreateBookmark>,
-               Call<&IMAPITable::FreeBookmark>, Call<&IMAPITable::SortTable>,
+               Call<&IMAPITable::FreeBookmark>, Call<&IMAPITable::SortTable, in(0)>,
                Call<&IMAPITable::QuerySortOrder>, Call<&IMAPITable::QueryRows>, Call<&IMAPITable::Abort>,
                Call<&IMAPITable::ExpandRow, in(1, countedBy(0))>,
                Call<&IMAPITable::CollapseRow, in(1, countedBy(0))>, Call<&IMAPITable::WaitForCompletion>,

@@ -137,6 +137,18 @@ struct Structure<ADRLIST> {
 };
 
 template <>
+struct Structure<SSortOrder> {
+  using Fields = FieldList<Field<&SSortOrder::ulPropTag>, Field<&SSortOrder::ulOrder>>;
+};
+
+template <>
+struct Structure<SSortOrderSet> {
+  using Fields = FieldList<Field<&SSortOrderSet::cSorts>, Field<&SSortOrderSet::cCategories>,
+                           Field<&SSortOrderSet::cExpanded>,
+                           CountedField<&SSortOrderSet::aSort, &SSortOrderSet::cSorts>>;
+};
+
+template <>
 struct Structure<MAPINAMEID> {
   using Fields =
       FieldList<Field<&MAPINAMEID::lpguid>, Field<&MAPINAMEID::ulKind>, ChosenField<&MAPINAMEID::Kind>>;

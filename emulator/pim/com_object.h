@@ -48,7 +48,7 @@ class ComObject : public DispatchSlots<Interfaces>... {
   ComObject(const ComObject&) = delete;
   ComObject& operator=(const ComObject&) = delete;
 
-  HRESULT QueryInterface(REFIID iid, void** object) final {
+  HRESULT QueryInterface(REFIID iid, void** object) override {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
     (offer<Interfaces>(iid, object), ...);

@@ -1,4 +1,4 @@
-// Counts the object model's live objects by class, so that tests can prove that nothing leaks.
+// Counts the live objects of the object model and the messaging library by class, so that tests can prove that nothing leaks.
 #pragma once
 
 #include <array>
@@ -19,6 +19,13 @@ enum class ModelClass : std::uint8_t {
   Exceptions,
   Exception,
   BodyStream,
+  MailSession,
+  MailStore,
+  MailFolder,
+  Message,
+  Attachment,
+  MailTable,
+  MailStream,
   kCount,
 };
 

@@ -1,4 +1,4 @@
-// "deleted": identifiers of objects that go. A folder goes with what is in it.
+// "deleted": identifiers of objects that go. A folder goes with what is in it, a message from every folder.
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/values.h"
 
@@ -7,6 +7,7 @@ namespace {
 
 /// Whether there was such an object.
 bool removeObject(Device& device, Oid oid) {
+  if (device.messaging.mailbox().removeEverywhere(oid)) return true;
   const auto kind = device.store.kindOf(oid);
   if (kind != ObjectKind::File && kind != ObjectKind::Directory)
     return device.objectModel.items().remove(oid);
@@ -18,7 +19,7 @@ bool removeObject(Device& device, Oid oid) {
 
 void loadDeleted(Device& device, const JsonNode& node) {
   node.forEachElement([&device](const JsonNode& entry) {
-    if (!removeObject(device, readOid(entry))) entry.refuse("no object has this identifier");
+    if (!removeObject(device, readMessageId(entry))) entry.refuse("no object has this identifier");
   });
 }
 

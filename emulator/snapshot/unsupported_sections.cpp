@@ -1,13 +1,8 @@
-// "databases" and "mail": known, but this version of the emulated device has no store for them.
-#include <algorithm>
-#include <array>
-
+// "databases": known, but this version of the emulated device has no store for them.
 #include "emulator/snapshot/section_handlers.h"
 
 namespace emulator {
 namespace {
-
-constexpr std::array kMailFolders{"Inbox", "Outbox", "Sent Items", "Drafts", "Deleted Items"};
 
 void requireEmpty(const JsonNode& list, const char* what) {
   list.forEachElement([what](const JsonNode& entry) {
@@ -23,19 +18,6 @@ void loadDatabases(Device&, const JsonNode& node) {
 
 Json dumpDatabases(Device&) {
   return Json::array();
-}
-
-void loadMail(Device&, const JsonNode& node) {
-  node.forEachMember([](std::string_view folder, const JsonNode& messages) {
-    if (std::ranges::find(kMailFolders, folder) == kMailFolders.end()) messages.refuse("unknown key");
-    requireEmpty(messages, "messages");
-  });
-}
-
-Json dumpMail(Device&) {
-  Json folders = Json::object();
-  for (const char* folder : kMailFolders) folders[folder] = Json::array();
-  return folders;
 }
 
 }  // namespace emulator

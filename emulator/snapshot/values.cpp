@@ -80,6 +80,10 @@ Oid readOid(const JsonNode& node) {
   return static_cast<Oid>(node.number(1, std::numeric_limits<Oid>::max()));
 }
 
+Oid readMessageId(const JsonNode& node) {
+  return static_cast<Oid>(node.number(0, std::numeric_limits<Oid>::max()));
+}
+
 std::optional<Oid> readIdentifier(const JsonNode& entry, std::string_view key) {
   const auto node = entry.member(key);
   if (!node || node->isNull()) return std::nullopt;

@@ -28,6 +28,8 @@ double readLocal(const JsonNode& node);
 void requireInCalendar(const JsonNode& node, double date, Day earliest);
 
 Oid readOid(const JsonNode& node);
+/// A message's identifier, which can be 0 as well.
+Oid readMessageId(const JsonNode& node);
 /// The identifier that an entry gives under a key; nothing when it has none, or null.
 std::optional<Oid> readIdentifier(const JsonNode& entry, std::string_view key);
 

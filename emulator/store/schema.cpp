@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 
+#include "emulator/messaging/mail_schema.h"
 #include "emulator/pim/item_schema.h"
 #include "emulator/store/store_schema.h"
 #include "emulator/system/file_schema.h"
@@ -16,10 +17,8 @@ using Statements = std::span<const char* const>;
 
 /// A subsystem brings its tables as one array of statements and one entry here.
 constexpr std::array kSubsystems{
-    Statements(kStoreSchema),
-    Statements(kRegistrySchema),
-    Statements(kFileSchema),
-    Statements(kItemSchema),
+    Statements(kStoreSchema), Statements(kRegistrySchema), Statements(kFileSchema),
+    Statements(kItemSchema),  Statements(kMailSchema),
 };
 
 }  // namespace

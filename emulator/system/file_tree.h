@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "emulator/store/chunked_bytes.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/clock.h"
-#include "emulator/system/file_contents.h"
 #include "platform/files.h"
 
 namespace emulator {
@@ -43,7 +43,7 @@ struct FilePlace {
 class FileTree {
  public:
   FileTree(ObjectStore& store, const Clock& clock)
-      : store_(store), clock_(clock), contents_(store.connection()) {}
+      : store_(store), clock_(clock), contents_(store.connection(), "file_chunk") {}
 
   FilePlace locate(std::u16string_view path);
   std::optional<FileNode> node(Oid oid);
@@ -79,7 +79,7 @@ class FileTree {
  private:
   ObjectStore& store_;
   const Clock& clock_;
-  FileContents contents_;
+  ChunkedBytes contents_;
 };
 
 }  // namespace emulator

@@ -50,7 +50,7 @@ TEST_F(FileContentsTest, aWriteBeyondTheEndFillsTheGapWithZeros) {
 }
 
 TEST_F(FileContentsTest, aGapOfManyChunksReadsAsZeros) {
-  constexpr LONG kFar = 3 * FileContents::kChunkBytes + 5;
+  constexpr LONG kFar = 3 * ChunkedBytes::kChunkBytes + 5;
   write(file_, "a");
   seek(file_, kFar, FILE_BEGIN);
   write(file_, "z");
@@ -62,7 +62,7 @@ TEST_F(FileContentsTest, aGapOfManyChunksReadsAsZeros) {
 }
 
 TEST_F(FileContentsTest, writesAcrossChunksChangeWhatTheyCoverOnly) {
-  constexpr auto kChunk = static_cast<std::size_t>(FileContents::kChunkBytes);
+  constexpr auto kChunk = static_cast<std::size_t>(ChunkedBytes::kChunkBytes);
   std::string expected(3 * kChunk, 'x');
   write(file_, expected);
   const std::string patch(kChunk + 2, 'y');

@@ -33,6 +33,7 @@ void AgentTest::TearDown() {
     qorv::moduleState().session.reset();
   }
   EXPECT_EQ(device().objectModel.liveObjects().total(), 0u);
+  EXPECT_EQ(device().messaging.liveObjects().total(), 0u);
   EXPECT_EQ(device().objectModel.memory().liveTexts(), 0u);
   EXPECT_EQ(device().objectModel.memory().liveBlocks(), 0u);
   EXPECT_EQ(device().handles.count<emulator::KernelObject>(), 0u);
