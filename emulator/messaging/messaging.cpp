@@ -5,7 +5,11 @@
 namespace emulator {
 
 Messaging::Messaging(ObjectStore& store, PlatformMemory& memory)
-    : mailbox_(store), context_{mailbox_, MailNames(store.connection()), MailBuffers(memory), {}} {}
+    : mailbox_(store), context_{mailbox_, MailNames(store.connection()), MailBuffers(memory), {}, {}} {}
+
+Messaging::~Messaging() {
+  while (!context_.handedOut.empty()) (*context_.handedOut.begin())->Release();
+}
 
 HRESULT Messaging::logon(IMAPISession** session) {
   if (session == nullptr) return E_INVALIDARG;

@@ -6,13 +6,14 @@
 
 namespace emulator {
 
-/// Objects that it handed out must be released before it goes.
+/// Objects that a program never gave back go with it, as they go with the program on a real device.
 class Messaging {
  public:
   /// `memory` gives the buffers that callers receive; it and the store must outlive the library.
   Messaging(ObjectStore& store, PlatformMemory& memory);
   Messaging(const Messaging&) = delete;
   Messaging& operator=(const Messaging&) = delete;
+  ~Messaging();
 
   /// *session receives a reference.
   HRESULT logon(IMAPISession** session);

@@ -20,7 +20,10 @@ class MessagingObject : public ComObject<Interface> {
 
  protected:
   MessagingObject(MailContext& context, ModelClass kind)
-      : ComObject<Interface>(context.live, kind), context_(context) {}
+      : ComObject<Interface>(context.live, kind), context_(context) {
+    context_.handedOut.insert(this);
+  }
+  ~MessagingObject() override { context_.handedOut.erase(this); }
 
   MailContext& context() const { return context_; }
 

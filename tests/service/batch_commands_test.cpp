@@ -194,7 +194,7 @@ TEST_F(BatchCommands, readOfACutRequestReadsTheWholeOids) {
 }
 
 TEST_F(BatchCommands, readOfTypesWithoutRecordsCountsThemAll) {
-  EXPECT_EQ(reply(request(16, kMail).u32(2).u32(1).u32(2)), hex("01 00 02000000 00"));
+  EXPECT_EQ(reply(request(16, kInkNote).u32(2).u32(1).u32(2)), hex("01 00 02000000 00"));
 }
 
 }  // namespace
