@@ -25,17 +25,16 @@ struct Data {
 };
 
 /// Nothing unless all of it could be read.
-std::optional<Data> readData(IAttach& attachment) {
-  const ComPtr<IStream> stream = openStream(attachment, PR_ATTACH_DATA_BIN, 0);
+std::optional<Data> readData(IStream& stream) {
   STATSTG statistics{};
-  if (!stream || FAILED(stream->Stat(&statistics, STATFLAG_NONAME))) return std::nullopt;
-  if (FAILED(stream->Seek(0, STREAM_SEEK_SET, nullptr))) return std::nullopt;
+  if (FAILED(stream.Stat(&statistics, STATFLAG_NONAME))) return std::nullopt;
+  if (FAILED(stream.Seek(0, STREAM_SEEK_SET, nullptr))) return std::nullopt;
   const std::uint64_t size = statistics.cbSize;
   if (size > INT32_MAX) return std::nullopt;
   Data data{std::unique_ptr<BYTE[]>(new (std::nothrow) BYTE[static_cast<std::size_t>(size)]),
             static_cast<DWORD>(size)};
   ULONG read = 0;
-  if (!data.bytes || FAILED(stream->Read(data.bytes.get(), data.size, &read)) || read != data.size) {
+  if (!data.bytes || FAILED(stream.Read(data.bytes.get(), data.size, &read)) || read != data.size) {
     return std::nullopt;
   }
   return data;
@@ -77,7 +76,8 @@ std::u16string store(const Data& data) {
 void exportAttachment(IMessage& message, ULONG number, std::u16string& list) {
   ComPtr<IAttach> attachment;
   if (FAILED(message.OpenAttach(number, nullptr, 0, attachment.put())) || !attachment) return;
-  const auto data = readData(*attachment);
+  const ComPtr<IStream> stream = openStream(*attachment, PR_ATTACH_DATA_BIN, 0);
+  const auto data = stream ? readData(*stream) : std::nullopt;
   if (!data) return;
   const std::u16string path = store(*data);
   const PropertyValues values(*attachment, TagArray<1>{.tags = {PR_ATTACH_FILENAME_W}});

@@ -11,7 +11,7 @@ inline LPCWSTR ParseDecimalPrefix(LPCWSTR text, LONG& number) {
   constexpr int kDecimal = 10;
   WCHAR* end = nullptr;
   number = wcstol(text, &end, kDecimal);
-  return end;
+  return end ? end : text;
 }
 
 }  // namespace qorv
