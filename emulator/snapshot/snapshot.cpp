@@ -5,6 +5,7 @@
 #include <ostream>
 #include <unordered_set>
 
+#include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/sections.h"
 #include "emulator/snapshot/values.h"
 
@@ -68,6 +69,7 @@ void loadSnapshot(Device& device, std::string_view text) {
   Transaction transaction(device, "BEGIN IMMEDIATE");
   requireKnownKeys(snapshot);
   reserveIdentifiers(device.store, snapshot);
+  if (const auto mail = snapshot.member("mail")) reserveMessages(device, *mail);
   for (const Section& section : sections()) {
     if (const auto node = snapshot.member(section.key)) section.load(device, *node);
   }
