@@ -89,12 +89,6 @@ Bytes company(std::u16string_view text) {
 Bytes fileAs(std::u16string_view text) {
   return textField(kFileAs, text);
 }
-Bytes recordOf(std::initializer_list<Bytes> fields) {
-  Bytes bytes = record(static_cast<unsigned>(fields.size()));
-  for (const Bytes& field : fields) bytes.append(field);
-  return bytes;
-}
-
 // Where nothing is put the object model files the contact itself: under a name, or the company.
 INSTANTIATE_TEST_SUITE_P(
     Names, ContactFiling,

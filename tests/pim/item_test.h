@@ -6,10 +6,17 @@
 
 #include "emulator/snapshot/snapshot.h"
 #include "tests/support/agent_test.h"
+#include "tests/support/appointments.h"
 
 namespace test {
 
 using Json = nlohmann::json;
+
+inline Bytes recordOf(std::initializer_list<Bytes> fields) {
+  Bytes bytes = record(static_cast<unsigned>(fields.size()));
+  for (const Bytes& field : fields) bytes.append(field);
+  return bytes;
+}
 
 /// The device is looked at and arranged through snapshots, whose property names are the object model's own: the tests
 /// don't share the agent's way to a property.
