@@ -43,6 +43,9 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       modules(configuration, lastError),
+      databaseStore(store, clock),
+      databases(databaseStore, memory, handles, lastError),
+      objects(store, fileTree, databaseStore, lastError),
       objectModel(store, memory, localClock(clock, configuration)) {}
 
 void Device::commit() {

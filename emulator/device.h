@@ -4,6 +4,8 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/database/object_information.h"
+#include "emulator/database/property_databases.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
 #include "emulator/store/object_store.h"
@@ -73,6 +75,9 @@ struct Device {
   Modules modules;
   ComApartment com;
   HostMemory memory;  ///< what the device's calls allocate for the agent
+  DatabaseStore databaseStore;
+  PropertyDatabases databases;
+  ObjectInformation objects;
   ObjectModel objectModel;
 };
 
