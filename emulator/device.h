@@ -8,6 +8,7 @@
 #include "emulator/database/property_databases.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
+#include "emulator/recorder/change_recorder.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/clock.h"
 #include "emulator/system/com_apartment.h"
@@ -79,6 +80,7 @@ struct Device {
   PropertyDatabases databases;
   ObjectInformation objects;
   ObjectModel objectModel;
+  ChangeRecorder recorder;
 };
 
 }  // namespace emulator
