@@ -11,26 +11,20 @@
 #include <vector>
 
 #include "desktop/appointment.h"
+#include "desktop/file_item.h"
 
 namespace desktop {
 
-/// An item that was not taken.
-struct CalendarProblem {
-  std::string
-      where;  ///< "file.ics:12: UID", the line being the item's BEGIN; without the UID when it has none
-  std::string what;
-};
-
 struct CalendarEntry {
   std::string uid;    ///< empty when the file gives none
-  std::string where;  ///< as in CalendarProblem
+  std::string where;  ///< as in FileProblem
   Appointment appointment;
   std::vector<std::string> notes;  ///< what was left out or adapted, one sentence each
 };
 
 struct CalendarFile {
-  std::vector<CalendarEntry> entries;     ///< in the file's order; a series is one entry with its exceptions
-  std::vector<CalendarProblem> problems;  ///< likewise; those of changed occurrences with their series
+  std::vector<CalendarEntry> entries;  ///< in the file's order; a series is one entry with its exceptions
+  std::vector<FileProblem> problems;   ///< likewise; those of changed occurrences with their series
 };
 
 /// Reads UTF-8 text, with or without a byte-order mark, lines ending in CRLF or LF. Line ends within a

@@ -145,8 +145,7 @@ TEST_F(BrokenCalendars, tellTheLineOfEachBadItemAndTakeTheOthers) {
       "END:VCALENDAR\n",
       "file.ics");
   std::vector<std::string> problems;
-  for (const CalendarProblem& problem : file.problems)
-    problems.push_back(problem.where + ": " + problem.what);
+  for (const FileProblem& problem : file.problems) problems.push_back(problem.where + ": " + problem.what);
   EXPECT_THAT(
       problems,
       ElementsAre("file.ics:3: no-start: there is no DTSTART",

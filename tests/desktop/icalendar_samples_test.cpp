@@ -41,7 +41,7 @@ std::vector<std::string> summaryOf(const CalendarFile& file) {
 /// Each problem as "line reason".
 std::vector<std::string> problemsOf(const CalendarFile& file) {
   std::vector<std::string> lines;
-  for (const CalendarProblem& problem : file.problems) {
+  for (const FileProblem& problem : file.problems) {
     const std::string line = problem.where.substr(problem.where.find(':') + 1);
     lines.push_back(line.substr(0, line.find(':')) + " " + problem.what);
   }

@@ -63,7 +63,7 @@ inline LocalTime at(int year, int month, int day, int hour = 0, int minute = 0, 
 /// The only entry of a text that has no problems.
 inline CalendarEntry onlyEntry(const std::string& text) {
   CalendarFile file = readCalendar(text, "file.ics");
-  for (const CalendarProblem& problem : file.problems) ADD_FAILURE() << problem.where << ": " << problem.what;
+  for (const FileProblem& problem : file.problems) ADD_FAILURE() << problem.where << ": " << problem.what;
   EXPECT_EQ(file.entries.size(), 1U);
   return file.entries.empty() ? CalendarEntry() : std::move(file.entries.front());
 }

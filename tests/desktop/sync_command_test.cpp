@@ -197,7 +197,7 @@ TEST_F(SyncCommand, listShowsWhatHasNoDate) {
   EXPECT_EQ(run("list appointments", list("u32:18", 1) + "> 10 02 u32:1 u32:18\n< 01 00 u32:1 0B " +
                                          recordAt(kNine, kNever, 18, "Standup", "") + "\n" + kEnd),
             0);
-  EXPECT_NE(out.find("        18  2005-03-14 09:00  none              Standup\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("        18  2005-03-14 09:00  none  Standup\n"), std::string::npos) << out;
 }
 
 TEST_F(SyncCommand, pullReplacesItsOwnFilesOnly) {

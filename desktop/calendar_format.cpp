@@ -1,0 +1,26 @@
+// Calendar files as a format of files that items are kept in.
+#include <utility>
+
+#include "desktop/file_format.h"
+#include "desktop/icalendar.h"
+
+namespace desktop {
+
+namespace {
+
+FileItems readCalendarItems(std::string_view text, const std::string& fileName) {
+  CalendarFile file = readCalendar(text, fileName);
+  FileItems result;
+  for (CalendarEntry& entry : file.entries) {
+    result.items.push_back(
+        {fileName, std::move(entry.uid), std::move(entry.appointment), std::move(entry.notes)});
+  }
+  result.problems = std::move(file.problems);
+  return result;
+}
+
+}  // namespace
+
+const FileFormat kCalendarFormat{"icalendar", ".ics", "BEGIN:VCALENDAR", readCalendarItems};
+
+}  // namespace desktop

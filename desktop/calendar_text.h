@@ -1,0 +1,13 @@
+// The device's items as the texts of calendar files.
+#pragma once
+
+#include <string>
+
+#include "desktop/appointment.h"
+
+namespace desktop {
+
+/// Throws DeviceRefusal when the item has no meaning in a calendar file.
+std::string calendarText(const Appointment& appointment, const std::string& uid);
+
+}  // namespace desktop

@@ -1,0 +1,12 @@
+// An item of any type as the desktop holds it.
+#pragma once
+
+#include <variant>
+
+#include "desktop/appointment.h"
+
+namespace desktop {
+
+using Item = std::variant<Appointment>;
+
+}  // namespace desktop
