@@ -77,10 +77,7 @@ void compareAllExceptions(Differences& out, const Appointment& sent, const Appoi
 
 std::vector<Difference> compareAppointments(const Appointment& sent, const Appointment& device) {
   Differences out;
-  for (const AppointmentField& field : kAppointmentFields) {
-    std::visit([&](auto member) { compareValue(out, std::string(field.name), sent.*member, device.*member); },
-               field.member);
-  }
+  compareFields(out, kAppointmentFields, sent, device);
   compareRules(out, sent.recurrence, device.recurrence);
   compareAllExceptions(out, sent, device);
   return out;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "desktop/appointment.h"
@@ -30,6 +31,15 @@ void compareValue(Differences& out, const std::string& property, const LocalTime
 void compareValue(Differences& out, const std::string& property, bool sent, bool device);
 /// Numbers are signed on the device: a reminder after the start is one of -165 minutes.
 void compareValue(Differences& out, const std::string& property, std::uint32_t sent, std::uint32_t device);
+
+/// Each field under its name.
+template <typename Fields, typename Value>
+void compareFields(Differences& out, const Fields& fields, const Value& sent, const Value& device) {
+  for (const auto& field : fields) {
+    std::visit([&](auto member) { compareValue(out, std::string(field.name), sent.*member, device.*member); },
+               field.member);
+  }
+}
 
 void compareRules(Differences& out, const std::optional<Recurrence>& sent,
                   const std::optional<Recurrence>& device);
