@@ -4,9 +4,11 @@ find_library(QORV_LIBICAL ical REQUIRED)
 set(QORV_ICALENDAR_SOURCES
   icalendar_alarm.cpp
   icalendar_blocks.cpp
+  icalendar_components.cpp
   icalendar_event.cpp
   icalendar_exceptions.cpp
   icalendar_occurrences.cpp
+  icalendar_properties.cpp
   icalendar_read.cpp
   icalendar_rule.cpp
   icalendar_series.cpp

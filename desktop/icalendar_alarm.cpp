@@ -94,17 +94,4 @@ void readReminder(icalcomponent& event, bool repeats, Appointment& appointment, 
   appointment.reminderMinutes = minutesOf(*std::max_element(leads.begin(), leads.end()), notes);
 }
 
-ComponentHandle makeAlarm(std::uint32_t minutes, const std::string& description) {
-  ComponentHandle alarm(icalcomponent_new_valarm());
-  icalcomponent_add_property(alarm.get(), icalproperty_new_action(ICAL_ACTION_DISPLAY));
-  icalcomponent_add_property(alarm.get(), icalproperty_new_description(description.c_str()));
-  icaltriggertype trigger{};
-  trigger.time = icaltime_null_time();
-  trigger.duration.is_neg = minutes > 0;
-  // In minutes throughout: a day before would be another moment when the clock changes.
-  trigger.duration.minutes = minutes;
-  icalcomponent_add_property(alarm.get(), icalproperty_new_trigger(trigger));
-  return alarm;
-}
-
 }  // namespace desktop

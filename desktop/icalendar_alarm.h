@@ -16,7 +16,4 @@ constexpr std::uint32_t kMostReminderMinutes = 525600;
 /// alarms the earliest is kept. An alarm at a fixed time is taken only from an event that doesn't repeat.
 void readReminder(icalcomponent& event, bool repeats, Appointment& appointment, Notes& notes);
 
-/// An alarm that shows `description`, `minutes` before the start.
-ComponentHandle makeAlarm(std::uint32_t minutes, const std::string& description);
-
 }  // namespace desktop

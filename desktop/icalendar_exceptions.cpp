@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "desktop/icalendar_occurrences.h"
+#include "desktop/icalendar_properties.h"
 #include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_zone.h"
 #include "desktop/local_time.h"

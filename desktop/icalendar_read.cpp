@@ -8,6 +8,7 @@
 #include "desktop/icalendar_exceptions.h"
 #include "desktop/icalendar_handles.h"
 #include "desktop/icalendar_notes.h"
+#include "desktop/icalendar_properties.h"
 #include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_series.h"
 #include "desktop/icalendar_zone.h"
