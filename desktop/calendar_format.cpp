@@ -15,6 +15,9 @@ FileItems readCalendarItems(std::string_view text, const std::string& fileName) 
     result.items.push_back(
         {fileName, std::move(entry.uid), std::move(entry.appointment), std::move(entry.notes)});
   }
+  for (CalendarTask& task : file.tasks) {
+    result.items.push_back({fileName, std::move(task.uid), std::move(task.task), std::move(task.notes)});
+  }
   result.problems = std::move(file.problems);
   return result;
 }

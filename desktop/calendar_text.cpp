@@ -23,15 +23,24 @@ void expectMeaning(const Recurrence& rule) {
   }
 }
 
-}  // namespace
-
-std::string calendarText(const Appointment& appointment, const std::string& uid) {
-  if (appointment.recurrence) expectMeaning(*appointment.recurrence);
+template <typename Value>
+std::string textOf(const Value& item, const std::string& uid) {
+  if (item.recurrence) expectMeaning(*item.recurrence);
   try {
-    return writeCalendar(appointment, uid);
+    return writeCalendar(item, uid);
   } catch (const std::invalid_argument& error) {
     throw DeviceRefusal(error.what());
   }
+}
+
+}  // namespace
+
+std::string calendarText(const Appointment& appointment, const std::string& uid) {
+  return textOf(appointment, uid);
+}
+
+std::string calendarText(const Task& task, const std::string& uid) {
+  return textOf(task, uid);
 }
 
 }  // namespace desktop

@@ -4,10 +4,12 @@
 #include <string>
 
 #include "desktop/appointment.h"
+#include "desktop/task.h"
 
 namespace desktop {
 
-/// Throws DeviceRefusal when the item has no meaning in a calendar file.
+/// Both throw DeviceRefusal when the item has no meaning in a calendar file.
 std::string calendarText(const Appointment& appointment, const std::string& uid);
+std::string calendarText(const Task& task, const std::string& uid);
 
 }  // namespace desktop

@@ -1,4 +1,4 @@
-// Calendar files (iCalendar, RFC 5545) to and from the desktop's calendar entries.
+// Calendar files (iCalendar, RFC 5545) to and from the desktop's calendar entries and tasks.
 //
 // The device keeps local wall-clock times without a zone, so the zone of this computer (TZ, else the
 // system's) stands for the device's: times of other zones are converted to it, floating times pass as they
@@ -12,6 +12,7 @@
 
 #include "desktop/appointment.h"
 #include "desktop/file_item.h"
+#include "desktop/task.h"
 
 namespace desktop {
 
@@ -22,8 +23,16 @@ struct CalendarEntry {
   std::vector<std::string> notes;  ///< what was left out or adapted, one sentence each
 };
 
+struct CalendarTask {
+  std::string uid;    ///< empty when the file gives none
+  std::string where;  ///< as in FileProblem
+  Task task;
+  std::vector<std::string> notes;  ///< what was left out or adapted, one sentence each
+};
+
 struct CalendarFile {
   std::vector<CalendarEntry> entries;  ///< in the file's order; a series is one entry with its exceptions
+  std::vector<CalendarTask> tasks;     ///< in the file's order
   std::vector<FileProblem> problems;   ///< likewise; those of changed occurrences with their series
 };
 
@@ -36,5 +45,8 @@ CalendarFile readCalendar(std::string_view text, const std::string& fileName);
 /// Throws std::invalid_argument for an entry without a start, and when the recurrence holds numbers that make
 /// no rule.
 std::string writeCalendar(const Appointment& appointment, const std::string& uid);
+
+/// One task, likewise. Throws std::invalid_argument only for a recurrence that makes no rule.
+std::string writeCalendar(const Task& task, const std::string& uid);
 
 }  // namespace desktop

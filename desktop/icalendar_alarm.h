@@ -1,10 +1,9 @@
-// Alarms of calendar files and the device's one reminder.
+// Alarms of events in calendar files and the device's one reminder.
 #pragma once
 
 #include <libical/ical.h>
 
 #include "desktop/appointment.h"
-#include "desktop/icalendar_handles.h"
 #include "desktop/icalendar_notes.h"
 
 namespace desktop {

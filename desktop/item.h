@@ -4,9 +4,10 @@
 #include <variant>
 
 #include "desktop/appointment.h"
+#include "desktop/task.h"
 
 namespace desktop {
 
-using Item = std::variant<Appointment>;
+using Item = std::variant<Appointment, Task>;
 
 }  // namespace desktop

@@ -8,7 +8,7 @@ namespace desktop {
 
 namespace {
 
-constexpr std::array kKinds{&kAppointmentKind};
+constexpr std::array kKinds{&kAppointmentKind, &kTaskKind};
 
 }  // namespace
 
@@ -24,11 +24,11 @@ const ItemKind* kindOf(ItemType type) {
 }
 
 const ItemKind& kindOf(const Item& item) {
-  return std::visit(
-      Overloaded{
-          [](const Appointment&) -> const ItemKind& { return kAppointmentKind; },
-      },
-      item);
+  return std::visit(Overloaded{
+                        [](const Appointment&) -> const ItemKind& { return kAppointmentKind; },
+                        [](const Task&) -> const ItemKind& { return kTaskKind; },
+                    },
+                    item);
 }
 
 }  // namespace desktop

@@ -42,6 +42,7 @@ struct ItemKind {
 };
 
 extern const ItemKind kAppointmentKind;
+extern const ItemKind kTaskKind;
 
 /// The kinds that this version carries, in the order in which they are sent and written.
 std::span<const ItemKind* const> itemKinds();

@@ -73,17 +73,29 @@ class Pusher {
     return pending;
   }
 
+  /// Round by round, as an item that is added has its OID only after its first record.
   void send(PendingBatch& batch) {
-    std::vector<ItemWrite> writes;
-    std::vector<std::size_t> lastWrite;  // of each pending item
+    std::vector<std::vector<Bytes>> records;
     for (const Pending& pending : batch) {
-      for (Bytes& record : kind_.write(pending.sent, pending.outcome.changed)) {
-        writes.push_back({pending.outcome.oid, std::move(record)});
-      }
-      lastWrite.push_back(writes.size() - 1);
+      records.push_back(kind_.write(pending.sent, pending.outcome.changed));
+    }
+    for (std::size_t round = 0; sendRound(batch, records, round); ++round) {
+    }
+  }
+
+  /// Sends each item's record of the round; false when there was none left.
+  bool sendRound(PendingBatch& batch, std::vector<std::vector<Bytes>>& records, std::size_t round) {
+    std::vector<ItemWrite> writes;
+    std::vector<PushOutcome*> written;
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+      PushOutcome& outcome = batch[i].outcome;
+      if (round >= records[i].size() || !outcome.failure.empty()) continue;
+      writes.push_back({outcome.oid, std::move(records[i][round])});
+      written.push_back(&outcome);
     }
     const std::vector<WriteAnswer> answers = writeItems(session_, kind_.type, writes);
-    for (std::size_t i = 0; i < batch.size(); ++i) takeAnswer(batch[i].outcome, answers[lastWrite[i]]);
+    for (std::size_t i = 0; i < answers.size(); ++i) takeAnswer(*written[i], answers[i]);
+    return !writes.empty();
   }
 
   static void takeAnswer(PushOutcome& outcome, const WriteAnswer& answer) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "desktop/appointment_record.h"
+#include "desktop/task_record.h"
 #include "tests/desktop/scripted_stream.h"
 
 namespace {
@@ -115,8 +116,8 @@ TEST_F(ItemPush, addsAnEntryWhoseItemIsGone) {
 
 TEST_F(ItemPush, makesAChangedSeriesAnew) {
   const FileItem entry = weekly(item(u"Standup", "appointment-19@PDA"));
-  script->expect(hex("0F 02 02 00 00 00") + change(19, u32(0)) + change(19, recordOf(entry)),
-                 hex("01 00") + u32(19) + u32(19) + hex("01 00") + u32(19) + u32(19));
+  script->expect(hex("0F 02 01 00 00 00") + change(19, u32(0)), hex("01 00") + u32(19) + u32(19));
+  script->expect(hex("0F 02 01 00 00 00") + change(19, recordOf(entry)), hex("01 00") + u32(19) + u32(19));
   expectRead(19, held(19, u"Standup"));
   const auto outcomes = push({entry});
   ASSERT_EQ(outcomes.size(), 1u);
@@ -155,6 +156,41 @@ TEST_F(ItemPush, tellsAnItemThatCannotBeReadBack) {
   script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
   script->expect(hex("10 02 01 00 00 00") + u32(20), hex("01 00 00 00 00 00 00") + zeros(7));
   EXPECT_EQ(push({item(u"Standup")})[0].failure, "can't be read back: the device has no such item");
+}
+
+TEST_F(ItemPush, sendsTasksAsTasks) {
+  FileItem errand;
+  errand.item = Task();
+  script->steps.pop_back();
+  script->expect(hex("0D 03"), hex("01 00 00 00 00 00 00"));
+  script->expect(hex("0F 03 01 00 00 00 02 03 01 00 00 00") + writeTask(Task()),
+                 hex("00 01") + u32(0) + u32(1));
+  EXPECT_EQ(push({errand})[0].failure, "the device refused it");
+}
+
+TEST_F(ItemPush, sendsTheSecondRecordToTheItemThatTheFirstMade) {
+  Task task;
+  task.due = {2005, 3, 15};
+  task.reminderSet = true;
+  task.reminderTime = {2005, 3, 15, 8, 0};
+  FileItem errand;
+  errand.item = task;
+  const std::vector<Bytes> records = taskRecords(task, false);
+  ASSERT_EQ(records.size(), 2u);
+  script->steps.pop_back();
+  script->expect(hex("0D 03"), hex("01 00 00 00 00 00 00"));
+  script->expect(hex("0F 03 01 00 00 00 02 03 01 00 00 00") + records[0], hex("01 00") + u32(21) + u32(1));
+  script->expect(hex("0F 03 01 00 00 00 03 03 15 00 00 00") + records[1], hex("01 00") + u32(21) + u32(21));
+  script->expect(hex("10 03 01 00 00 00") + u32(21), hex("01 00 00 00 00 00 00") + zeros(7));
+  const auto outcomes = push({errand});
+  EXPECT_EQ(outcomes[0].oid, 21u);
+  EXPECT_FALSE(outcomes[0].changed);
+}
+
+TEST_F(ItemPush, sendsNoSecondRecordAfterARefusal) {
+  FileItem entry = weekly(item(u"Standup", "appointment-19@PDA"));
+  script->expect(hex("0F 02 01 00 00 00") + change(19, u32(0)), hex("00 00") + u32(19) + u32(19));
+  EXPECT_EQ(push({entry})[0].failure, "the device refused it");
 }
 
 }  // namespace
