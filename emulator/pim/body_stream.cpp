@@ -15,7 +15,7 @@ constexpr std::uint64_t kLongestStream = 64u << 20;
 
 BodyStream::BodyStream(ItemCore& item, IUnknown* owner, std::size_t bodyPlace,
                        std::vector<std::uint8_t> bytes, bool writable)
-    : ComObject(item.context().live, ModelClass::BodyStream),
+    : UnsupportedStream(item.context().live, ModelClass::BodyStream),
       item_(item),
       owner_(owner),
       bodyPlace_(bodyPlace),

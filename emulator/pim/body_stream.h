@@ -6,11 +6,12 @@
 #include "emulator/pim/com_object.h"
 #include "emulator/pim/com_reference.h"
 #include "emulator/pim/item_core.h"
+#include "emulator/system/unsupported_stream.h"
 
 namespace emulator {
 
 /// What was written becomes the item's body with Commit, and is stored when the item is saved.
-class BodyStream final : public ComObject<IStream> {
+class BodyStream final : public UnsupportedStream<ComObject<IStream>> {
  public:
   /// The stream keeps its item alive. One for writing begins empty: it replaces the body.
   BodyStream(ItemCore& item, IUnknown* owner, std::size_t bodyPlace, std::vector<std::uint8_t> bytes,
@@ -22,12 +23,6 @@ class BodyStream final : public ComObject<IStream> {
   HRESULT SetSize(ULARGE_INTEGER size) override;
   HRESULT Commit(DWORD flags) override;
   HRESULT Stat(STATSTG* statistics, DWORD flag) override;
-
-  HRESULT CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override { return E_NOTIMPL; }
-  HRESULT Revert() override { return E_NOTIMPL; }
-  HRESULT LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-  HRESULT UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-  HRESULT Clone(IStream**) override { return E_NOTIMPL; }
 
  private:
   ItemCore& item_;

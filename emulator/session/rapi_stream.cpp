@@ -99,39 +99,4 @@ void RapiStream::finish() {
   }
 }
 
-HRESULT RapiStream::Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::SetSize(ULARGE_INTEGER) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::Commit(DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::Revert() {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::Stat(STATSTG*, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::Clone(IStream** clone) {
-  if (clone != nullptr) *clone = nullptr;
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::SetRapiStat(RAPISTREAMFLAG, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT RapiStream::GetRapiStat(RAPISTREAMFLAG, DWORD*) {
-  return E_NOTIMPL;
-}
-
 }  // namespace emulator

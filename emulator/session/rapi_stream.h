@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "emulator/session/peer.h"
-#include "platform/rapi_stream.h"
+#include "emulator/system/unsupported_stream.h"
 
 namespace emulator {
 
@@ -20,7 +20,7 @@ struct UnitOfWork {
 /// A reply is a 32-bit length, low byte first, and that many bytes. The agent writes the two one after the
 /// other; they leave together when both are there, once what the request changed is committed. The stream
 /// begins with one reference, the agent's; who made it ends it, whether the agent released it or not.
-class RapiStream final : public IRAPIStream {
+class RapiStream final : public UnsupportedRapiStream {
  public:
   RapiStream(Peer peer, UnitOfWork work) : peer_(peer), work_(std::move(work)) {}
   RapiStream(const RapiStream&) = delete;
@@ -44,18 +44,6 @@ class RapiStream final : public IRAPIStream {
   HRESULT Read(void* buffer, ULONG count, ULONG* bytesRead) override;
   /// Succeeds when the bytes are taken. A desktop that is gone shows at the end of a reply.
   HRESULT Write(const void* buffer, ULONG count, ULONG* bytesWritten) override;
-
-  HRESULT Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override;
-  HRESULT SetSize(ULARGE_INTEGER) override;
-  HRESULT CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override;
-  HRESULT Commit(DWORD) override;
-  HRESULT Revert() override;
-  HRESULT LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override;
-  HRESULT UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override;
-  HRESULT Stat(STATSTG*, DWORD) override;
-  HRESULT Clone(IStream**) override;
-  HRESULT SetRapiStat(RAPISTREAMFLAG, DWORD) override;
-  HRESULT GetRapiStat(RAPISTREAMFLAG, DWORD*) override;
 
  private:
   std::size_t completeReplies() const;

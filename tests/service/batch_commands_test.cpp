@@ -105,7 +105,7 @@ TEST_F(BatchCommands, deleteOfNothingIsAnEmptyReply) {
 }
 
 TEST_F(BatchCommands, deleteStopsBeforeAnAnswerThatHasNoRoom) {
-  // Mail has no items to delete, so every OID that the object model knows counts as deleted: the same one
+  // Ink notes have nothing to delete, so every OID that the object model knows counts as deleted: the same one
   // fits 0x36000 / 4 = 55296 times.
   const DWORD oid = add(u"a");
   Bytes bytes = request(17, kInkNote).u32(55300);

@@ -42,40 +42,6 @@ HRESULT ScriptedStream::Write(const void* buffer, ULONG count, ULONG* bytesWritt
   return S_OK;
 }
 
-HRESULT ScriptedStream::Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::SetSize(ULARGE_INTEGER) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::Commit(DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::Revert() {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::Stat(STATSTG*, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::Clone(IStream**) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::SetRapiStat(RAPISTREAMFLAG, DWORD) {
-  return E_NOTIMPL;
-}
-HRESULT ScriptedStream::GetRapiStat(RAPISTREAMFLAG, DWORD*) {
-  return E_NOTIMPL;
-}
-
 Bytes frame(const Bytes& payload) {
   return Bytes().u32(payload.size()).append(payload);
 }

@@ -3,12 +3,12 @@
 
 #include <vector>
 
-#include "platform/rapi_stream.h"
+#include "emulator/system/unsupported_stream.h"
 #include "tests/support/bytes.h"
 
 namespace test {
 
-class ScriptedStream final : public IRAPIStream {
+class ScriptedStream final : public emulator::UnsupportedRapiStream {
  public:
   explicit ScriptedStream(Bytes script, ULONG pieceSize = ~ULONG{0})
       : script_(std::move(script)), pieceSize_(pieceSize) {}
@@ -27,17 +27,6 @@ class ScriptedStream final : public IRAPIStream {
   ULONG Release() override { return --references_; }
   HRESULT Read(void* buffer, ULONG count, ULONG* bytesRead) override;
   HRESULT Write(const void* buffer, ULONG count, ULONG* bytesWritten) override;
-  HRESULT Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override;
-  HRESULT SetSize(ULARGE_INTEGER) override;
-  HRESULT CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override;
-  HRESULT Commit(DWORD) override;
-  HRESULT Revert() override;
-  HRESULT LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override;
-  HRESULT UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override;
-  HRESULT Stat(STATSTG*, DWORD) override;
-  HRESULT Clone(IStream**) override;
-  HRESULT SetRapiStat(RAPISTREAMFLAG, DWORD) override;
-  HRESULT GetRapiStat(RAPISTREAMFLAG, DWORD*) override;
 
  private:
   Bytes script_;
