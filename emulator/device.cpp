@@ -43,16 +43,31 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       modules(configuration, lastError),
+      databaseStore(store, clock),
+      databases(databaseStore, memory, handles, lastError),
+      objects(store, fileTree, databaseStore, lastError),
       objectModel(store, memory, localClock(clock, configuration)),
-      messaging(store, memory) {}
+      messaging(store, memory),
+      recorder(databaseStore, registry, configuration) {
+  const auto record = [this](const ItemChange& change) { recorder.record(change); };
+  objectModel.items().setListener(record);
+  messaging.mailbox().setListener(record);
+}
+
+void Device::stopRecording() {
+  objectModel.items().setListener({});
+  messaging.mailbox().setListener({});
+}
 
 void Device::commit() {
   store.commit();
+  recorder.endRequest();
 }
 
 void Device::rollback() {
   store.rollback();
   clock.reload();
+  recorder.endRequest();
 }
 
 }  // namespace emulator

@@ -4,9 +4,12 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/database/object_information.h"
+#include "emulator/database/property_databases.h"
 #include "emulator/messaging/messaging.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
+#include "emulator/recorder/change_recorder.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/clock.h"
 #include "emulator/system/com_apartment.h"
@@ -53,6 +56,9 @@ struct Device {
   Device& operator=(const Device&) = delete;
   ~Device() = default;
 
+  /// From now on no change is recorded, whoever makes it.
+  void stopRecording();
+
   /// Makes what changed since the last commit permanent. Called before a reply leaves the device.
   void commit();
   /// Undoes what changed in the device file since the last commit. Open handles stay.
@@ -74,8 +80,12 @@ struct Device {
   Modules modules;
   ComApartment com;
   HostMemory memory;  ///< what the device's calls allocate for the agent
+  DatabaseStore databaseStore;
+  PropertyDatabases databases;
+  ObjectInformation objects;
   ObjectModel objectModel;
   Messaging messaging;
+  ChangeRecorder recorder;
 };
 
 }  // namespace emulator

@@ -44,7 +44,7 @@ std::string readSnapshot(const std::string& snapshot) {
 int load(const Options& options) {
   emulator::Device device(options.device);
   const std::string text = readSnapshot(options.snapshot);
-  if (options.noRecord) device.objectModel.items().setListener({});
+  if (options.noRecord) device.stopRecording();
   try {
     emulator::loadSnapshot(device, text);
   } catch (const emulator::SnapshotError& error) {

@@ -88,7 +88,10 @@ HRESULT openContent(MailContext& context, const StreamProperty& property,
   if (writes && !property.writable) return MAPI_E_NO_ACCESS;
   if (!creates && !property.current) return MAPI_E_NOT_FOUND;
   const ContentNumber content = property.current ? *property.current : make();
-  if (creates) context.mailbox.contents().clear(content);
+  if (creates) {
+    context.mailbox.contents().clear(content);
+    context.mailbox.noteChange(property.message);
+  }
   *object = new ContentStream(context, content, property.message, writes);
   return S_OK;
 }

@@ -13,7 +13,7 @@ class MailContents {
   static constexpr std::int64_t kMostBytes = std::int64_t{1} << 30;
 
   explicit MailContents(Connection& connection)
-      : connection_(connection), chunks_(connection, "mail_chunk") {}
+      : connection_(connection), chunks_(connection, "mail_chunk", "content") {}
 
   /// An empty content.
   ContentNumber make();

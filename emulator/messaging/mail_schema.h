@@ -10,8 +10,8 @@ namespace emulator {
 /// attachment that was never written has no content.
 inline constexpr std::array kMailSchema{
     "CREATE TABLE mail_content (number INTEGER PRIMARY KEY AUTOINCREMENT, size INTEGER NOT NULL)",
-    "CREATE TABLE mail_chunk (owner INTEGER NOT NULL REFERENCES mail_content ON DELETE CASCADE,"
-    " number INTEGER NOT NULL, data BLOB NOT NULL, UNIQUE (owner, number))",
+    "CREATE TABLE mail_chunk (content INTEGER NOT NULL REFERENCES mail_content ON DELETE CASCADE,"
+    " number INTEGER NOT NULL, data BLOB NOT NULL, UNIQUE (content, number))",
     "CREATE TABLE message (number INTEGER PRIMARY KEY AUTOINCREMENT, folder INTEGER NOT NULL, id INTEGER NOT "
     "NULL,"
     " sender TEXT NOT NULL, subject TEXT NOT NULL, delivered INTEGER, is_read INTEGER NOT NULL,"

@@ -1,4 +1,5 @@
-// "deleted": identifiers of objects that go. A folder goes with what is in it, a message from every folder.
+// "deleted": identifiers of objects that go. A folder goes with what is in it, a database with its records, a
+// message from every folder.
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/values.h"
 
@@ -9,9 +10,14 @@ namespace {
 bool removeObject(Device& device, Oid oid) {
   if (device.messaging.mailbox().removeEverywhere(oid)) return true;
   const auto kind = device.store.kindOf(oid);
-  if (kind != ObjectKind::File && kind != ObjectKind::Directory)
+  if (kind == ObjectKind::Record) return device.databaseStore.removeRecord(oid);
+  if (kind == ObjectKind::Database) {
+    device.databaseStore.remove(oid);
+  } else if (kind == ObjectKind::File || kind == ObjectKind::Directory) {
+    device.fileTree.remove(oid);
+  } else {
     return device.objectModel.items().remove(oid);
-  device.fileTree.remove(oid);
+  }
   return true;
 }
 

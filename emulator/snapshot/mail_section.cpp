@@ -1,4 +1,6 @@
 // "mail": the messages of each folder, known by folder and identifier.
+#include <unordered_set>
+
 #include "emulator/snapshot/message_json.h"
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/values.h"
@@ -16,16 +18,22 @@ const MailFolderInfo* folderOf(std::string_view key) {
   return found == kMailFolders.end() || found->folder == MailFolder::Subtree ? nullptr : &*found;
 }
 
+/// The identifier that an entry gives; nothing when it has none, or null.
+std::optional<Oid> idOf(const JsonNode& entry) {
+  const auto node = entry.member(kIdKey);
+  if (!node || node->isNull()) return std::nullopt;
+  return readMessageId(*node);
+}
+
 /// The message that an entry changes, or a new one.
 MailMessage messageOf(Device& device, MailFolder folder, const JsonNode& entry) {
   Mailbox& mailbox = device.messaging.mailbox();
-  const auto node = entry.member(kIdKey);
-  if (!node || node->isNull()) return mailbox.add(folder);
-  const Oid id = readMessageId(*node);
-  if (auto message = mailbox.find(folder, id)) return *message;
-  const auto holder = device.store.kindOf(id);
-  if (holder && *holder != ObjectKind::Message) refuseHeld(*node, *holder);
-  return mailbox.add(folder, id);
+  const auto id = idOf(entry);
+  if (!id) return mailbox.add(folder);
+  if (auto message = mailbox.find(folder, *id)) return *message;
+  const auto holder = device.store.kindOf(*id);
+  if (holder && *holder != ObjectKind::Message) refuseHeld(requireMember(entry, kIdKey), *holder);
+  return mailbox.add(folder, *id);
 }
 
 void replaceBody(Mailbox& mailbox, const MailMessage& message, const std::u16string& body) {
@@ -81,6 +89,20 @@ void loadMessage(Device& device, MailFolder folder, const JsonNode& node) {
 }
 
 }  // namespace
+
+void reserveMessages(Device& device, const JsonNode& node) {
+  node.forEachMember([&](std::string_view, const JsonNode& messages) {
+    std::unordered_set<Oid> seen;
+    messages.forEachElement([&](const JsonNode& message) {
+      const auto id = idOf(message);
+      if (!id) return;
+      // Another folder may have it as well.
+      const bool isFirst = seen.insert(*id).second;
+      if (!isFirst) requireMember(message, kIdKey).refuse("identifier of another entry as well");
+      if (*id != 0) device.store.reserve(*id);
+    });
+  });
+}
 
 void loadMail(Device& device, const JsonNode& node) {
   node.forEachMember([&](std::string_view key, const JsonNode& messages) {

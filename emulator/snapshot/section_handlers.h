@@ -26,6 +26,8 @@ void loadTasks(Device& device, const JsonNode& node);
 Json dumpTasks(Device& device);
 void loadMail(Device& device, const JsonNode& node);
 Json dumpMail(Device& device);
+/// Keeps the identifiers that the section's entries choose free for them.
+void reserveMessages(Device& device, const JsonNode& node);
 void loadDeleted(Device& device, const JsonNode& node);
 Json dumpDeleted(Device& device);
 

@@ -4,14 +4,15 @@
 
 namespace emulator {
 
-ChunkedBytes::ChunkedBytes(Connection& connection, const std::string& table)
+ChunkedBytes::ChunkedBytes(Connection& connection, const std::string& table, const std::string& owner)
     : connection_(connection),
-      readRange_("SELECT number, data FROM " + table + " WHERE owner = ? AND number BETWEEN ? AND ?"),
-      readOne_("SELECT data FROM " + table + " WHERE owner = ? AND number = ?"),
-      writeOne_("INSERT INTO " + table +
-                " (owner, number, data) VALUES (?, ?, ?)"
-                " ON CONFLICT (owner, number) DO UPDATE SET data = excluded.data"),
-      clear_("DELETE FROM " + table + " WHERE owner = ?") {}
+      readRange_("SELECT number, data FROM " + table + " WHERE " + owner + " = ? AND number BETWEEN ? AND ?"),
+      readOne_("SELECT data FROM " + table + " WHERE " + owner + " = ? AND number = ?"),
+      writeOne_("INSERT INTO " + table + " (" + owner +
+                ", number, data) VALUES (?, ?, ?)"
+                " ON CONFLICT (" +
+                owner + ", number) DO UPDATE SET data = excluded.data"),
+      clear_("DELETE FROM " + table + " WHERE " + owner + " = ?") {}
 
 void ChunkedBytes::read(std::int64_t owner, std::int64_t offset, std::span<std::uint8_t> buffer) {
   std::ranges::fill(buffer, std::uint8_t{0});

@@ -9,14 +9,14 @@
 
 namespace emulator {
 
-/// The contents of a table's owners: columns `owner`, `number` and `data`. A chunk that is missing, and the
+/// The contents of a table's owners: a column that names the owner, `number` and `data`. A chunk that is missing, and the
 /// part that a short one lacks, is zeros; how long an owner's contents are is the owner's affair.
 class ChunkedBytes {
  public:
   /// Small enough that what is written in small pieces, each of which rewrites its last chunk, stays cheap.
   static constexpr std::int64_t kChunkBytes = 16384;
 
-  ChunkedBytes(Connection& connection, const std::string& table);
+  ChunkedBytes(Connection& connection, const std::string& table, const std::string& owner);
 
   /// Fills the buffer; what was never written reads as zeros.
   void read(std::int64_t owner, std::int64_t offset, std::span<std::uint8_t> buffer);

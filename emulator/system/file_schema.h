@@ -13,9 +13,9 @@ inline constexpr std::array kFileSchema{
     " folded TEXT NOT NULL, attributes INTEGER NOT NULL, size INTEGER NOT NULL, written INTEGER NOT NULL,"
     " UNIQUE (parent, folded))",
     "CREATE INDEX file_by_parent ON file (parent, oid)",
-    "CREATE TABLE file_chunk (owner INTEGER NOT NULL REFERENCES file ON DELETE CASCADE, number INTEGER NOT "
+    "CREATE TABLE file_chunk (file INTEGER NOT NULL REFERENCES file ON DELETE CASCADE, number INTEGER NOT "
     "NULL,"
-    " data BLOB NOT NULL, UNIQUE (owner, number))",
+    " data BLOB NOT NULL, UNIQUE (file, number))",
 };
 
 }  // namespace emulator

@@ -43,7 +43,7 @@ struct FilePlace {
 class FileTree {
  public:
   FileTree(ObjectStore& store, const Clock& clock)
-      : store_(store), clock_(clock), contents_(store.connection(), "file_chunk") {}
+      : store_(store), clock_(clock), contents_(store.connection(), "file_chunk", "file") {}
 
   FilePlace locate(std::u16string_view path);
   std::optional<FileNode> node(Oid oid);

@@ -17,7 +17,8 @@ std::uint32_t wordOf(const EntryBytes& entry, std::size_t offset) {
   return word;
 }
 
-MessagingTest::MessagingTest() {
+MessagingTest::MessagingTest(const std::string& snapshot) {
+  load(snapshot);
   provideLibraries(device());
   current_.emplace(device());
   library_ = LoadLibraryW(u"CEMAPI.DLL");

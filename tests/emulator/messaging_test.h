@@ -78,7 +78,7 @@ std::uint32_t wordOf(const EntryBytes& entry, std::size_t offset);
 
 class MessagingTest : public DeviceTest {
  protected:
-  MessagingTest();
+  explicit MessagingTest(const std::string& snapshot = "{}");
   ~MessagingTest() override;
 
   void load(const std::string& snapshot) { loadSnapshot(device(), snapshot); }

@@ -29,11 +29,14 @@ std::vector<Refusal> readRefusals() {
 constexpr const char* kDevice = R"({
   "files": [{"path": "\\My Documents\\a.txt", "oid": 900, "data": "AAEC"},
             {"path": "\\Box", "oid": 901, "directory": true}],
+  "databases": [{"name": "\\Log", "oid": 910, "sort": [{"property": "0x12020003", "flags": 1}],
+                 "records": [{"oid": 911, "properties": [["0x12020003", 1]]},
+                             {"oid": 912, "properties": [["0x12020003", 1]]}]}],
   "contacts": [{"Oid": 17, "FirstName": "Ann"}],
   "appointments": [{"Oid": 18, "Subject": "Series",
                     "Start": "2005-03-14T09:00:00.000", "End": "2005-03-14T10:00:00.000",
                     "Recurrence": {"RecurrenceType": 1, "DayOfWeekMask": 2, "Occurrences": 3}}],
-  "tasks": [{"Oid": 19, "Subject": "File"}]})";
+  "tasks": [{"Oid": 19, "Subject": "File"}], "mail": {"Inbox": [{"Id": 20}]}})";
 
 TEST(SnapshotRefusal, saysWhatAndWhereAndChangesNothing) {
   SnapshotDevice device;
@@ -56,7 +59,8 @@ TEST(SnapshotRefusal, undoesEverythingThatCameBefore) {
     "registry": {"HKEY_LOCAL_MACHINE\\SOFTWARE": {"a": 1}},
     "files": [{"path": "\\New\\b.bin", "data": "AAEC"}, {"oid": 900, "data": ""}],
     "contacts": [{"FirstName": "Bo"}, {"Oid": 17, "FirstName": "Changed"}],
-    "appointments": [{"Oid": 18, "Recurrence": null}], "tasks": [{"Oid": 20}],
+    "appointments": [{"Oid": 18, "Recurrence": null}], "tasks": [{"Oid": 22}],
+    "mail": {"Inbox": [{"Id": 20, "Subject": "Changed"}], "Drafts": [{"Id": 23, "Body": "New"}]},
     "deleted": [19, 21]})"),
             "deleted[1]: no object has this identifier");
   EXPECT_EQ(device.dumpText(), before);

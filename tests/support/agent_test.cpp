@@ -61,6 +61,7 @@ void AgentTest::atDevice(const std::function<void(emulator::CallMonitor*)>& run)
 }
 
 HRESULT AgentTest::invoke(ScriptedStream& stream) {
+  stream.setBeforeRead([this] { device().commit(); });
   HRESULT result = E_UNEXPECTED;
   atDevice([&](emulator::CallMonitor* monitor) {
     IRAPIStream* given = monitor ? monitor->tapped<IRAPIStream>(&stream) : &stream;
