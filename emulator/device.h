@@ -4,8 +4,11 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/database/object_information.h"
+#include "emulator/database/property_databases.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
+#include "emulator/recorder/change_recorder.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/clock.h"
 #include "emulator/system/com_apartment.h"
@@ -73,7 +76,11 @@ struct Device {
   Modules modules;
   ComApartment com;
   HostMemory memory;  ///< what the device's calls allocate for the agent
+  DatabaseStore databaseStore;
+  PropertyDatabases databases;
+  ObjectInformation objects;
   ObjectModel objectModel;
+  ChangeRecorder recorder;
 };
 
 }  // namespace emulator
