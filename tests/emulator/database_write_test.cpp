@@ -152,6 +152,17 @@ TEST_F(Write, isUndoneWithTheRequest) {
   EXPECT_EQ(sequences(handle_), (std::vector<LONG>{10, 30}));
 }
 
+TEST_F(Write, countsAnewWhenItIsUndone) {
+  device().commit();
+  EXPECT_NE(write(handle_, 0, {number(kSequence, 1)}), 0u);
+  DWORD index = kPoison;
+  EXPECT_NE(seek(handle_, CEDB_SEEK_BEGINNING, 2, &index), 0u);
+  EXPECT_EQ(sequenceHere(handle_), 30);
+  device().rollback();
+  EXPECT_NE(seek(handle_, CEDB_SEEK_CURRENT, 0, &index), 0u);
+  EXPECT_EQ(index, 1u);
+}
+
 TEST_F(Write, goesBeyondThePlatformsNumberOfRecords) {
   constexpr LONG kRecords = 65'540;
   DatabaseStore& store = device().databaseStore;
