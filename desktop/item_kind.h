@@ -24,7 +24,6 @@ struct ItemKind {
   const char* folder;    ///< "calendar", where their files are kept
   const FileFormat& format;
   std::span<const char* const> columns;  ///< of a list, which is sorted by the first one
-
   std::span<const FieldLayout> layouts;  ///< of the fields of their records
 
   /// Reads the record of the given item. Throws ProtocolError for any other bytes.
