@@ -7,14 +7,14 @@
 
 namespace qorv {
 
-/// Addresses with ";" between them, in a zeroed block of local memory. The first block holds what most lists need; a
-/// longer list moves into larger ones.
+/// Addresses with ";" between them, in a zeroed block of local memory. The first block holds what most lists
+/// need; a longer list moves into larger ones.
 class AddressList {
  public:
   static constexpr UINT kFirstSize = 1000;
 
-  /// An empty address is left out. When there is no room the whole list is given up, as nobody shall take a part of
-  /// it for the whole.
+  /// An empty address is left out. When there is no room the whole list is given up, as nobody shall take a
+  /// part of it for the whole.
   void append(std::u16string_view address);
 
   /// Null for an empty list.

@@ -3,8 +3,8 @@
 //   count, one character, then for each attachment:
 //   length of the path, one character, the path, length of the name, one character, the name
 //
-// Numbers are decimal and may have white space and a sign in front; nobody looks at the character behind a number. For
-// example "1 6 \a.txt5 a.txt": the file \a.txt, to be called a.txt.
+// Numbers are decimal and may have white space and a sign in front; nobody looks at the character behind a
+// number. For example "1 6 \a.txt5 a.txt": the file \a.txt, to be called a.txt.
 #pragma once
 
 #include <optional>
@@ -24,8 +24,9 @@ class AttachmentList {
   /// The text must be NUL-terminated and outlive the list.
   explicit AttachmentList(const char16_t* text);
 
-  /// Nothing at the end, which is also where a number is missing or negative or the text is shorter than it says. An
-  /// attachment whose path or name is too long for the device (MAX_PATH with its terminator) is passed over.
+  /// Nothing at the end, which is also where a number is missing or negative or the text is shorter than it
+  /// says. An attachment whose path or name is too long for the device (MAX_PATH with its terminator) is
+  /// passed over.
   std::optional<ListedAttachment> next();
 
  private:

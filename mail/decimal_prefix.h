@@ -5,8 +5,8 @@
 
 namespace qorv {
 
-/// White space, a sign and decimal digits. Returns the first character behind them; without a digit that is `text`
-/// itself and `number` is 0.
+/// White space, a sign and decimal digits. Returns the first character behind them; without a digit that is
+/// `text` itself and `number` is 0.
 inline LPCWSTR ParseDecimalPrefix(LPCWSTR text, LONG& number) {
   constexpr int kDecimal = 10;
   WCHAR* end = nullptr;

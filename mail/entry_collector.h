@@ -7,8 +7,8 @@
 
 namespace qorv {
 
-/// Folders give their rows in any order, and inserting them one by one would walk the index once a row. Gathered
-/// and put in order they are all appended.
+/// Folders give their rows in any order, and inserting them one by one would walk the index once a row.
+/// Gathered and put in order they are all appended.
 class EntryCollector {
  public:
   void add(const EntryId& entryId) { entries_.push_back(entryId); }

@@ -14,8 +14,8 @@ namespace qorv {
 inline constexpr ULONG kEntryIdSize = 20;
 using EntryId = std::array<BYTE, kEntryIdSize>;
 
-/// Bytes 4 to 7 of an identifier, little-endian: the number by which the desktop knows a message, and by which a
-/// message's folder is recognised.
+/// Bytes 4 to 7 of an identifier, little-endian: the number by which the desktop knows a message, and by
+/// which a message's folder is recognised.
 inline constexpr std::size_t kObjectIdOffset = 4;
 
 inline DWORD objectId(const EntryId& entryId) {

@@ -11,8 +11,8 @@ namespace qorv {
 
 namespace {
 
-/// What a message's number stands for when calls want its identifier: nothing, in the usual size, when there is no
-/// such message. The library refuses that.
+/// What a message's number stands for when calls want its identifier: nothing, in the usual size, when there
+/// is no such message. The library refuses that.
 SBinary identifierOf(MessageIndex& messages, DWORD oid) {
   EntryId* entryId = messages.find(oid);
   return {kEntryIdSize, entryId ? entryId->data() : nullptr};

@@ -19,8 +19,8 @@
 //   17   end          as tag 16
 //
 // A record from the device is a record header and its fields, each only when it is there and tag 14 always:
-// 6, 5, 11, 1, 16, 17, 15, 14, 7, 2, 3, 4, 8. A record for the device is a u32 field count, a u32 that nobody uses, a
-// u32 of flags (folder code and read flag) and the fields.
+// 6, 5, 11, 1, 16, 17, 15, 14, 7, 2, 3, 4, 8. A record for the device is a u32 field count, a u32 that nobody
+// uses, a u32 of flags (folder code and read flag) and the fields.
 #pragma once
 
 #include "platform/types.h"

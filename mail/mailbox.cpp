@@ -35,8 +35,8 @@ Mailbox::Mailbox() {
 
 void Mailbox::open(const Folder& folder) {
   ComPtr<IMAPIFolder>& slot = this->*folder.slot;
-  // The folder that was here is not released: the library has never been called so in the middle of a scan. A slot
-  // whose folder can't be opened is empty, so that nothing is written into another folder.
+  // The folder that was here is not released: the library has never been called so in the middle of a scan. A
+  // slot whose folder can't be opened is empty, so that nothing is written into another folder.
   static_cast<void>(slot.detach());
   const PropertyValues values(*store_, TagArray<1>{.tags = {folder.tag}});
   const SBinary* entryId = values.findBinary(folder.tag);

@@ -1,4 +1,4 @@
-// The device's messages as one request sees them: the session, the default store, its folders and what lies in them.
+// The device's messages as one request sees them: session, default store, folders and index.
 #pragma once
 
 #include "mail/contents_table.h"
@@ -17,8 +17,8 @@ struct FolderIds {
 
 class Mailbox {
  public:
-  /// Logs on, opens the default store and scans five folders. Whatever fails is missing afterwards: interfaces are
-  /// null, and the index is short of messages.
+  /// Logs on, opens the default store and scans five folders. Whatever fails is missing afterwards:
+  /// interfaces are null, and the index is short of messages.
   Mailbox();
 
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(store_); }
@@ -33,7 +33,8 @@ class Mailbox {
   [[nodiscard]] MessageIndex& messages() { return messages_; }
   [[nodiscard]] MessageIndex& deletedItems() { return deletedItems_; }
 
-  /// The messages of Inbox, Drafts and Sent Items: desktops have never counted those of the Outbox, which are listed.
+  /// The messages of Inbox, Drafts and Sent Items: desktops have never counted those of the Outbox, which are
+  /// listed.
   ULONG countMessages();
 
  private:

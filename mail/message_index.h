@@ -13,8 +13,9 @@ struct MessageRecord {
 };
 static_assert(sizeof(MessageRecord) == 24);
 
-/// A linked list with a cursor, the place reached last, and a binary search over positions: a step costs one link, so
-/// appending and walking on are cheap and a search at random walks about as many links as there are records.
+/// A linked list with a cursor, the place reached last, and a binary search over positions: a step costs one
+/// link, so appending and walking on are cheap and a search at random walks about as many links as there are
+/// records.
 class MessageIndex {
  public:
   MessageIndex() = default;
@@ -24,8 +25,8 @@ class MessageIndex {
   [[nodiscard]] std::size_t size() const { return records_.size(); }
   void clear();
 
-  /// The later of two entries with one number replaces the earlier. A number above all others is appended without a
-  /// search.
+  /// The later of two entries with one number replaces the earlier. A number above all others is appended
+  /// without a search.
   void insert(const EntryId& entryId);
   /// Null when there is none; valid until the record is erased.
   [[nodiscard]] EntryId* find(DWORD id);

@@ -44,8 +44,8 @@ struct MessageReader::Property {
   void (MessageReader::*write)(DWORD fieldTag, const SPropValue& value);
 };
 
-// The order of the request, which is the order of the fields. The first two have always been asked for and have no
-// field. The property of the place comes last, under the tag that the store gives it.
+// The order of the request, which is the order of the fields. The first two have always been asked for and
+// have no field. The property of the place comes last, under the tag that the store gives it.
 const MessageReader::Property MessageReader::kProperties[] = {
     {PR_ENTRYID, 0, nullptr},
     {PR_MESSAGE_SIZE, 0, nullptr},

@@ -6,7 +6,8 @@
 
 namespace qorv {
 
-/// Sets what the record has and saves. What fails is passed over: the message exists whatever the calls answer.
+/// Sets what the record has and saves. What fails is passed over: the message exists whatever the calls
+/// answer.
 void fillMessage(IMessage& message, const PendingMessage& pending);
 
 }  // namespace qorv

@@ -14,16 +14,18 @@ struct MessagingLibrary {
 
 MessagingLibrary& messagingLibrary();
 
-/// The last error as a result: 0x80070000 with its low 16 bits; one that is negative, and so a result already, or 0
-/// as it is.
+/// The last error as a result: 0x80070000 with its low 16 bits; one that is negative, and so a result
+/// already, or 0 as it is.
 HRESULT resultOfLastError();
 
 /// 0 when the library is loaded, also when it was before.
 HRESULT LoadMessagingLibrary();
 
-// The library's functions. Each loads it first; a library or function that is missing is told as the last error.
+// The library's functions. Each loads it first; a library or function that is missing is told as the last
+// error.
 
-/// A function that is missing frees nothing and answers 0: rows then stay where they are, and the caller can't help it.
+/// A function that is missing frees nothing and answers 0: rows then stay where they are, and the caller
+/// can't help it.
 HRESULT FreeProws(SRowSet* rows);
 HRESULT MAPIFreeBuffer(void* buffer);
 /// Asks for the function also when the library could not be loaded.

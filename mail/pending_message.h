@@ -19,8 +19,8 @@ struct PendingMessage {
   SYSTEMTIME delivered{};  ///< local; no date when the record has none
 };
 
-/// Reads the record at the cursor and moves the position behind it. The request counts as cut short when the record
-/// ends too early.
+/// Reads the record at the cursor and moves the position behind it. The request counts as cut short when the
+/// record ends too early.
 PendingMessage readPendingMessage(RequestReader& request, const BYTE* cursor, DWORD& position);
 
 }  // namespace qorv

@@ -67,8 +67,8 @@ struct Opened {
   ComPtr<Interface> object;  ///< empty when the call failed
 };
 
-/// Opens what an identifier names, in a store or a folder. What comes back is taken for the interface, as most of
-/// these objects can't be asked for one.
+/// Opens what an identifier names, in a store or a folder. What comes back is taken for the interface, as
+/// most of these objects can't be asked for one.
 template <typename Interface, typename Container>
 Opened<Interface> openEntry(Container& container, const SBinary& entryId, ULONG flags) {
   IUnknown* object = nullptr;

@@ -39,8 +39,8 @@ std::u16string_view textToSend(const PendingMessage& pending, const RecipientKin
   return viewOf(pending.*kind.text);
 }
 
-/// An address list with its values and texts in one block of local memory: the list and its entries, the values, the
-/// texts.
+/// An address list with its values and texts in one block of local memory: the list and its entries, the
+/// values, the texts.
 class RecipientBlock {
  public:
   static constexpr ULONG kValuesPerEntry = 3;

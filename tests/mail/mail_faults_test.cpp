@@ -1,5 +1,5 @@
-// Runs each kind of request once per call that it makes, and lets that call fail: once, and from then on. Every request
-// is answered, the session goes on, and nothing is left behind.
+// Runs each kind of request once per call that it makes, and lets that call fail: once, and from then on.
+// Every request is answered, the session goes on, and nothing is left behind.
 #include <gtest/gtest.h>
 #include <map>
 #include <set>

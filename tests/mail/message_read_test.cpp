@@ -48,8 +48,8 @@ TEST_F(MessageRead, sendsItsFieldsInTheirOrder) {
 
 TEST_F(MessageRead, aMessageWithoutAnythingSendsWhatTheStoreReturns) {
   put("Drafts", {});
-  // Seven bytes of header with four fields; 5 an empty text, which is its terminator alone; 11 the folder code of a
-  // draft that was not read; 1 as 5; 14 no place.
+  // Seven bytes of header with four fields; 5 an empty text, which is its terminator alone; 11 the folder
+  // code of a draft that was not read; 1 as 5; 14 no place.
   EXPECT_EQ(reply(request(7, kMail).u32(20)), hex("01 00 14000000 04"
                                                   "05000000 02000000 0000"
                                                   "0B000000 00004000"
@@ -101,8 +101,8 @@ TEST_F(MessageRead, aZoneThatCannotBeHadLeavesUtc) {
   fault("GetTimeZoneInformation=87");
   EXPECT_EQ(*read(20).find(kDelivered), Bytes().time(2005, 3, 1, 14, 3, 35, 10, 250));
   clearFaults();
-  // The conversion begins with a look at the calendar; where that is refused the time stays as it is, and where the
-  // last one is refused there is no time to send.
+  // The conversion begins with a look at the calendar; where that is refused the time stays as it is, and
+  // where the last one is refused there is no time to send.
   fault("FileTimeToSystemTime#1=87*1");
   EXPECT_EQ(*read(20).find(kDelivered), Bytes().time(2005, 3, 1, 14, 3, 35, 10, 250));
   clearFaults();

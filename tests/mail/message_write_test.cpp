@@ -62,6 +62,19 @@ TEST_F(MessageWrite, comesBackAsItWasSent) {
   EXPECT_EQ(record.number(kFlags), 0xFEu);
 }
 
+TEST_F(MessageWrite, bytesOfADraftAndOfItsRecord) {
+  // Add item, mail, reference 7; one field, a word that nobody uses, Drafts and read; tag 5, 4 bytes, "Hi".
+  const Bytes answer = reply(hex("02 04 07000000  01000000 00000000 00005000  05000000 04000000 4800 6900"));
+  EXPECT_EQ(answer.slice(0, 2), hex("01 00"));
+  const DWORD id = answer.dwordAt(2);
+  EXPECT_EQ(answer, Bytes().u8(1).u8(0).u32(id).u32(7).zeros(10));
+  // Four fields: the subject with its terminator, flags, a sender that is a terminator alone, no place.
+  EXPECT_EQ(
+      reply(hex("07 04").u32(id)),
+      hex("01 00").u32(id).u8(4).append(hex("05000000 06000000 4800 6900 0000"
+                                            "0B000000 00005000  01000000 02000000 0000  0E000000 00000000")));
+}
+
 TEST_F(MessageWrite, callsInItsFixedOrder) {
   observeCalls();
   add(fullRecord(kInbox | kRead));

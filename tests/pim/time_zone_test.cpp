@@ -1,5 +1,5 @@
-// Compares the conversion with a reading of the same rules by the standard library's calendar, zone by zone of
-// time_zones.txt, and pins what is peculiar to it.
+// Compares the conversion with a reading of the same rules by the standard library's calendar, zone by zone
+// of time_zones.txt, and pins what is peculiar to it.
 #include "pim/time_zone.h"
 
 #include <array>
@@ -196,13 +196,15 @@ TEST_F(TimeZone, aBeginningBelongsToWhatBegins) {
 }
 
 TEST_F(TimeZone, aUtcTimeIsComparedWithTheLocalBeginning) {
-  // 2005-04-03 02:00 UTC is 18:00 of the day before, seven hours from daylight time, and counts for it already.
+  // 2005-04-03 02:00 UTC is 18:00 of the day before, seven hours from daylight time, and counts for it
+  // already.
   EXPECT_EQ(convert(UtcToLocal, pacific(), at(2005, 4, 3, 2)), at(2005, 4, 2, 19));
   EXPECT_EQ(convert(UtcToLocal, pacific(), at(2005, 4, 3, 2) - 1), at(2005, 4, 2, 18) - 1);
 }
 
 TEST_F(TimeZone, aFifthWeekdayBeyondTheMonthIsTheFourth) {
-  // Tuesdays of February 2005: 1, 8, 15, 22, and 29 by count alone. Those of April: 5, 12, 19, 26, and no fifth at all.
+  // Tuesdays of February 2005: 1, 8, 15, 22, and 29 by count alone. Those of April: 5, 12, 19, 26, and no
+  // fifth at all.
   TIME_ZONE_INFORMATION zone{};
   zone.DaylightBias = -60;
   zone.DaylightDate = {0, 2, 2, 5, 0, 0, 0, 0};
@@ -256,7 +258,8 @@ TEST_F(TimeZone, minutesAreAddedWithTheirSign) {
   EXPECT_EQ(ticksOf(time), 1'800'000'000);
   AddMinutes(time, -3);
   EXPECT_EQ(ticksOf(time), 0);
-  // 2^32 hundred-nanosecond units are a little more than 7 minutes: the high word is carried into and borrowed from.
+  // 2^32 hundred-nanosecond units are a little more than 7 minutes: the high word is carried into and
+  // borrowed from.
   AddMinutes(time, 8);
   EXPECT_EQ(time.dwHighDateTime, 1u);
   EXPECT_EQ(time.dwLowDateTime, 4'800'000'000 - 4'294'967'296);
