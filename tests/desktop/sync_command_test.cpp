@@ -19,7 +19,7 @@ std::string list(const std::string& oids, int count) {
 }
 
 /// The lists of the other types that a pull asks for: nothing there.
-const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n";
+const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n> 0D 01\n< 01 00 u32:0 00\n";
 
 /// The eleven fields of an appointment without any reminder, as the device sends them.
 std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
@@ -286,7 +286,7 @@ TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
            Refusal{"--device '' info", 2, "--device: must not be empty"},
            Refusal{"--device 127.0.0.1 info", 2, "address '127.0.0.1' is neither HOST:PORT nor unix:PATH"},
            Refusal{"--device unix:none info", 3, "no device at unix:none: No such file or directory"},
-           Refusal{"--exec true list contacts", 2, "contacts: not supported by this version"},
+           Refusal{"--exec true list mail", 2, "mail: not supported by this version"},
            Refusal{"--exec true list stamps", 2,
                    "'stamps' is no item type; the types are contacts, appointments, tasks, mail, notes"},
            Refusal{"--exec 'exit 7' info", 3, "the device's command ended with status 7 without an answer"},

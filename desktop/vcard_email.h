@@ -1,0 +1,16 @@
+// E-mail addresses of a card.
+#pragma once
+
+#include <vector>
+
+#include "desktop/vcard_draft.h"
+#include "desktop/vcard_version.h"
+
+namespace desktop {
+
+/// The preferred ones come first, the others in the card's order.
+void readEmails(VcardDraft& draft);
+
+void addEmails(std::vector<VcardProperty>& card, const Contact& contact, VcardVersion version);
+
+}  // namespace desktop
