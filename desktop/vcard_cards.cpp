@@ -90,6 +90,8 @@ class OpenCard {
     std::string text = lineInUtf8(line.text);
     const std::string fault = faultOfLine(text);
     if (!fault.empty()) throw ItemRefused("line " + std::to_string(line.number) + " " + fault);
+    // What should have gone on didn't; a parser would go on with the next property.
+    while (isQuotedPrintable(text) && text.ends_with('=')) text.pop_back();
     return text;
   }
 

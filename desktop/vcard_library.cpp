@@ -1,5 +1,7 @@
 #include "desktop/vcard_library.h"
 
+#include <algorithm>
+#include <array>
 #include <libebook-contacts/libebook-contacts.h>
 #include <memory>
 
@@ -71,9 +73,11 @@ std::vector<std::u16string> readValues(EVCardAttribute& attribute, const std::st
   return values;
 }
 
-/// What encodes bytes rather than text; such a value means nothing to the device.
-bool isBinary(const std::string& name) {
-  return name == "PHOTO" || name == "LOGO" || name == "SOUND" || name == "KEY";
+/// Bytes rather than a text; such a value means nothing to the device.
+bool isBinary(const VcardProperty& property) {
+  constexpr std::array<std::string_view, 4> kNames{"PHOTO", "LOGO", "SOUND", "KEY"};
+  return std::find(kNames.begin(), kNames.end(), property.name) != kNames.end() &&
+         upperCase(parameterOf(property, "ENCODING")).starts_with('B');
 }
 
 VcardProperty readProperty(EVCardAttribute& attribute) {
@@ -81,8 +85,7 @@ VcardProperty readProperty(EVCardAttribute& attribute) {
   property.group = copyText(e_vcard_attribute_get_group(&attribute));
   property.name = upperCase(copyText(e_vcard_attribute_get_name(&attribute)));
   property.parameters = readParameters(attribute);
-  const bool isEncoded = !parameterOf(property, "ENCODING").empty();
-  if (!isBinary(property.name) || !isEncoded) property.values = readValues(attribute, property.name);
+  if (!isBinary(property)) property.values = readValues(attribute, property.name);
   return property;
 }
 

@@ -63,7 +63,8 @@ std::string lineName(std::string_view line) {
 bool marksCard(std::string_view line, std::string_view name) {
   const std::size_t colon = line.find(':');
   if (colon == std::string_view::npos) return false;
-  return equalsInAnyCase(withoutBlanks(line.substr(0, colon)), name) &&
+  // A blank before it would make it the end of a folded line.
+  return equalsInAnyCase(line.substr(0, colon), name) &&
          equalsInAnyCase(withoutBlanks(line.substr(colon + 1)), "VCARD");
 }
 
@@ -94,8 +95,8 @@ std::string lineInUtf8(std::string line) {
   const std::size_t nameBegin = begin + kCharset.size();
   const std::size_t end = std::min(parameters.find(';', nameBegin), parameters.size());
   const std::string charset = parameters.substr(nameBegin, end - nameBegin);
-  const std::string value = convertToUtf8(std::string_view(line).substr(parameters.size()), charset);
-  return line.substr(0, begin) + line.substr(end, parameters.size() - end) + value;
+  const std::string value = convertToUtf8(std::string_view(line).substr(parameters.size() + 1), charset);
+  return line.substr(0, begin) + line.substr(end, parameters.size() + 1 - end) + value;
 }
 
 std::string withoutLists(std::string line) {

@@ -64,9 +64,9 @@ class CardReader {
     try {
       if (!card.fault.empty()) throw ItemRefused(card.fault);
       Properties properties = parseVcard(card.text);
-      checkVersion(properties);
       const std::string uid = toUtf8(textOf(properties, "UID"));
       if (!uid.empty()) where += ": " + onOneLine(uid);
+      checkVersion(properties);
       claim(uid, card.line);
       file_.items.push_back(itemOf(std::move(properties), uid));
     } catch (const ItemRefused& refusal) {

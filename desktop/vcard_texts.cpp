@@ -192,10 +192,13 @@ void readNote(VcardDraft& draft) {
 void readPronunciation(VcardDraft& draft) {
   const auto isName = [](const VcardProperty& property) { return hasType(property, "X-IRMC-N"); };
   for (const VcardProperty& property : draft.takeIf("SOUND", isName)) {
-    const auto& values = property.values;
-    if (!values.empty()) keepText(draft, {{}, &Contact::yomiLastName, {}}, property.name, oneLine(values[0]));
-    if (values.size() > 1)
-      keepText(draft, {{}, &Contact::yomiFirstName, {}}, property.name, oneLine(values[1]));
+    const std::u16string name = wholeText(property);
+    std::u16string_view parts(name);
+    for (std::u16string Contact::*member : {&Contact::yomiLastName, &Contact::yomiFirstName}) {
+      const std::size_t end = std::min(parts.find(u';'), parts.size());
+      keepText(draft, {{}, member, {}}, property.name, oneLine(parts.substr(0, end)));
+      parts.remove_prefix(std::min(end + 1, parts.size()));
+    }
   }
 }
 
