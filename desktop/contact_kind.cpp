@@ -6,6 +6,7 @@
 #include "desktop/contact_record.h"
 #include "desktop/item_kind.h"
 #include "desktop/record_json.h"
+#include "desktop/record_layout.h"
 #include "desktop/text.h"
 #include "desktop/vcard.h"
 #include "desktop/vcard_name.h"
@@ -15,6 +16,7 @@ namespace desktop {
 namespace {
 
 constexpr std::array kColumns{"NAME", "COMPANY", "EMAIL", "PHONE"};
+constexpr auto kLayouts = layoutsOf(kContactFields);
 
 const Contact& contactIn(const Item& item) {
   return std::get<Contact>(item);
@@ -76,6 +78,7 @@ const ItemKind kContactKind{
     .folder = "contacts",
     .format = kVcardFormat,
     .columns = kColumns,
+    .layouts = kLayouts,
     .read = read,
     .adapt = adapt,
     .write = write,

@@ -13,6 +13,7 @@
 #include "desktop/file_format.h"
 #include "desktop/file_style.h"
 #include "desktop/item.h"
+#include "desktop/record_layout.h"
 #include "desktop/wire.h"
 
 namespace desktop {
@@ -24,6 +25,7 @@ struct ItemKind {
   const char* folder;    ///< "calendar", where their files are kept
   const FileFormat& format;
   std::span<const char* const> columns;  ///< of a list, which is sorted by the first one
+  std::span<const FieldLayout> layouts;  ///< of the fields of their records
 
   /// Reads the record of the given item. Throws ProtocolError for any other bytes.
   Item (*read)(WireReader& record, std::uint32_t oid);

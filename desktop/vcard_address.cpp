@@ -12,29 +12,30 @@ namespace {
 enum Part : std::size_t { Box, Extended, Street, City, State, PostalCode, Country, kPartCount };
 
 struct AddressPlace {
-  std::string_view type;    ///< empty for an address of any other kind
-  std::string_view type30;  ///< as it is written; 4.0 has no word for an address of another kind
+  std::string_view type;  ///< empty for an address of any other kind
   std::string_view name;
   std::array<ContactText, kPartCount> parts;  ///< null where the device has none
 };
 
 constexpr std::array kPlaces{
     AddressPlace{"HOME",
-                 "HOME",
                  "home address",
                  {nullptr, nullptr, &Contact::homeStreet, &Contact::homeCity, &Contact::homeState,
                   &Contact::homePostalCode, &Contact::homeCountry}},
     AddressPlace{"WORK",
-                 "WORK",
                  "business address",
                  {nullptr, nullptr, &Contact::businessStreet, &Contact::businessCity, &Contact::businessState,
                   &Contact::businessPostalCode, &Contact::businessCountry}},
     AddressPlace{"",
-                 "OTHER",
                  "other address",
                  {nullptr, nullptr, &Contact::otherStreet, &Contact::otherCity, &Contact::otherState,
                   &Contact::otherPostalCode, &Contact::otherCountry}},
 };
+
+/// Without a word for it, programs take an address for one of home or work.
+std::string_view otherKind(VcardVersion version) {
+  return version == VcardVersion::V40 ? "X-OTHER" : "OTHER";
+}
 
 bool isFree(const AddressPlace& place, const Contact& contact) {
   for (const ContactText part : place.parts) {
@@ -111,8 +112,7 @@ void addAddresses(std::vector<VcardProperty>& card, const Contact& contact, Vcar
   for (const AddressPlace& place : kPlaces) {
     if (isFree(place, contact)) continue;
     VcardProperty address{{}, "ADR", {}, std::vector<std::u16string>(kPartCount)};
-    const std::string_view type = version == VcardVersion::V40 ? place.type : place.type30;
-    if (!type.empty()) address.parameters.push_back({"TYPE", std::string(type)});
+    address.parameters.push_back({"TYPE", std::string(place.type.empty() ? otherKind(version) : place.type)});
     for (std::size_t i = Street; i < kPartCount; ++i) address.values[i] = contact.*place.parts[i];
     card.push_back(std::move(address));
   }

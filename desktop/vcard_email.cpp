@@ -42,7 +42,12 @@ void readEmails(VcardDraft& draft) {
 void addEmails(std::vector<VcardProperty>& card, const Contact& contact, VcardVersion version) {
   VcardProperty like{{}, "EMAIL", {}, {}};
   if (version == VcardVersion::V30) like.parameters.push_back({"TYPE", "INTERNET"});
+  const std::size_t first = card.size();
   addPlaces(card, like, kPlaces, contact);
+  // Programs have orders of their own for addresses that are alike.
+  if (card.size() - first < 2 || contact.email1.empty()) return;
+  card[first].parameters.push_back(version == VcardVersion::V40 ? VcardParameter{"PREF", "1"}
+                                                                : VcardParameter{"TYPE", "PREF"});
 }
 
 }  // namespace desktop

@@ -182,6 +182,17 @@ TEST(VcardWriting, spellsVersion3) {
             "END:VCARD\r\n");
 }
 
+TEST(VcardWriting, prefersTheFirstOfSeveralEmails) {
+  Contact contact;
+  contact.email1 = u"b";
+  contact.email2 = u"a";
+  const auto has = [&](VcardVersion version, const char* line) {
+    return writeVcard(contact, "1", version).find(line) != std::string::npos;
+  };
+  EXPECT_TRUE(has(VcardVersion::V30, "\r\nEMAIL;TYPE=INTERNET,PREF:b\r\nEMAIL;TYPE=INTERNET:a\r\n"));
+  EXPECT_TRUE(has(VcardVersion::V40, "\r\nEMAIL;PREF=1:b\r\nEMAIL:a\r\n"));
+}
+
 TEST(VcardWriting, spellsVersion4) {
   Contact contact;
   contact.firstName = u"Ann";
@@ -201,7 +212,7 @@ TEST(VcardWriting, spellsVersion4) {
             "N:Lee;Ann;;;\r\n"
             "EMAIL:ann@example.org\r\n"
             "TEL;TYPE=\"X-CAR\":4567\r\n"
-            "ADR:;;;York;;;\r\n"
+            "ADR;TYPE=\"X-OTHER\":;;;York;;;\r\n"
             "RELATED;TYPE=spouse;VALUE=text:Bo\r\n"
             "BDAY:19700501\r\n"
             "ANNIVERSARY:19991231\r\n"
