@@ -19,7 +19,8 @@ std::string list(const std::string& oids, int count) {
 }
 
 /// The lists of the other types that a pull asks for: nothing there.
-const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n";
+const std::string kNoContacts = "> 0D 01\n< 01 00 u32:0 00\n";
+const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n" + kNoContacts;
 
 /// The eleven fields of an appointment without any reminder, as the device sends them.
 std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
@@ -262,7 +263,7 @@ TEST_F(SyncCommand, showPrintsATaskAsACalendarFile) {
 TEST_F(SyncCommand, pullGoesOnWithTheOtherTypesWhenOneCannotBeListed) {
   EXPECT_EQ(run("pull .", kIdentity + "> 0D 02\n< 00 00 u32:0 00\n" + "> 0D 03\n< 01 00 u32:1 00 u32:21\n" +
                               "> 10 03 u32:1 u32:21\n< 01 00 u32:1 0A " +
-                              taskRecord(21, kTuesday, "File", 0) + "\n" + kEnd),
+                              taskRecord(21, kTuesday, "File", 0) + "\n" + kNoContacts + kEnd),
             1);
   EXPECT_EQ(out, "./tasks/21.ics\n1 written, 0 unchanged\n");
   EXPECT_EQ(err, "qorv-sync: appointments: the device can't list all its items\n");
@@ -386,7 +387,7 @@ TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
            Refusal{"--device '' info", 2, "--device: must not be empty"},
            Refusal{"--device 127.0.0.1 info", 2, "address '127.0.0.1' is neither HOST:PORT nor unix:PATH"},
            Refusal{"--device unix:none info", 3, "no device at unix:none: No such file or directory"},
-           Refusal{"--exec true list contacts", 2, "contacts: not supported by this version"},
+           Refusal{"--exec true list mail", 2, "mail: not supported by this version"},
            Refusal{"--exec true list stamps", 2,
                    "'stamps' is no item type; the types are contacts, appointments, tasks, mail, notes"},
            Refusal{"--exec 'exit 7' info", 3, "the device's command ended with status 7 without an answer"},
