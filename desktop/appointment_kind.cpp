@@ -49,7 +49,7 @@ std::vector<Difference> compare(const Item& sent, const Item& device) {
   return compareAppointments(appointmentIn(sent), appointmentIn(device));
 }
 
-std::string fileText(const Item& item, const std::string& uid) {
+std::string fileText(const Item& item, const std::string& uid, const FileStyle&) {
   return calendarText(appointmentIn(item), uid);
 }
 

@@ -11,6 +11,7 @@
 
 #include "desktop/difference.h"
 #include "desktop/file_format.h"
+#include "desktop/file_style.h"
 #include "desktop/item.h"
 #include "desktop/record_layout.h"
 #include "desktop/wire.h"
@@ -35,7 +36,7 @@ struct ItemKind {
   std::vector<Bytes> (*write)(const Item& item, bool isThere);
   std::vector<Difference> (*compare)(const Item& sent, const Item& device);
   /// As a file of the format. Throws DeviceRefusal when the item has no meaning in one.
-  std::string (*fileText)(const Item& item, const std::string& uid);
+  std::string (*fileText)(const Item& item, const std::string& uid, const FileStyle& style);
   /// What a person knows the item by.
   std::u16string (*title)(const Item& item);
   /// One for each column.
@@ -45,6 +46,7 @@ struct ItemKind {
 
 extern const ItemKind kAppointmentKind;
 extern const ItemKind kTaskKind;
+extern const ItemKind kContactKind;
 
 /// The kinds that this version carries, in the order in which they are sent and written.
 std::span<const ItemKind* const> itemKinds();

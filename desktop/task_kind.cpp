@@ -41,7 +41,7 @@ std::vector<Difference> compare(const Item& sent, const Item& device) {
   return out;
 }
 
-std::string fileText(const Item& item, const std::string& uid) {
+std::string fileText(const Item& item, const std::string& uid, const FileStyle&) {
   return calendarText(taskIn(item), uid);
 }
 

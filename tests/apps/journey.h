@@ -45,7 +45,7 @@ class Journey : public testing::Test {
   std::multiset<std::string> files(const std::string& pulled) {
     std::multiset<std::string> files;
     for (const auto& entry : std::filesystem::directory_iterator(folder_.file(pulled))) {
-      files.insert(std::regex_replace(read(entry.path()), std::regex("UID:[^\r]*\r\n"), ""));
+      files.insert(std::regex_replace(read(entry.path()), std::regex("UID[:;][^\r]*\r\n"), ""));
     }
     return files;
   }
