@@ -1,8 +1,6 @@
 // The seek pointer of an open database: the record that it is on, or the end, and how it moves.
 #pragma once
 
-#include <memory>
-
 #include "emulator/database/record_walk.h"
 
 namespace emulator {
@@ -40,7 +38,7 @@ class SeekPointer {
   Oid moveTo(std::optional<RecordPlace> place, std::optional<std::int64_t> index = std::nullopt);
   Oid back(std::int64_t steps);
   void refresh();
-  std::optional<RecordPlace> placeOf(Oid record);
+  std::optional<RecordPlace> placeOf(Oid oid);
 
   RecordStore& records_;
   RecordWalk walk_;
