@@ -11,6 +11,7 @@ set(QORV_VCARD_SOURCES
   vcard_cards.cpp
   vcard_charset.cpp
   vcard_date.cpp
+  vcard_days.cpp
   vcard_draft.cpp
   vcard_email.cpp
   vcard_format.cpp

@@ -102,7 +102,7 @@ void readAddresses(VcardDraft& draft) {
     } else {
       draft.noteLost("a second address of a kind", oneLine(wholeText(address)));
     }
-    if (preferenceOf(address) <= 100) draft.notes.add("which address is preferred is not kept on the device");
+    if (isPreferred(address)) draft.notes.add("which address is preferred is not kept on the device");
   }
   // The same addresses once more, as they are printed on an envelope.
   if (isThere) draft.take("LABEL");

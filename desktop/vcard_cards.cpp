@@ -91,7 +91,7 @@ class OpenCard {
     const std::string fault = faultOfLine(text);
     if (!fault.empty()) throw ItemRefused("line " + std::to_string(line.number) + " " + fault);
     // What should have gone on didn't; a parser would go on with the next property.
-    while (isQuotedPrintable(text) && text.ends_with('=')) text.pop_back();
+    if (isQuotedPrintable(text)) text.erase(text.find_last_not_of('=') + 1);
     return text;
   }
 

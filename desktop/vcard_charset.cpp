@@ -23,17 +23,14 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  /// Converts a part of the text, and takes it off; false at bytes that can't be converted.
-  bool convert(std::string& text, std::string& out) {
+  /// Converts a part of the bytes, and moves on behind it; false at bytes that can't be converted.
+  bool convert(char*& from, std::size_t& left, std::string& out) {
     std::array<char, 4096> buffer;
-    char* from = text.data();
-    std::size_t left = text.size();
     char* to = buffer.data();
     std::size_t room = buffer.size();
     const bool isDone = iconv(converter_, &from, &left, &to, &room) != static_cast<std::size_t>(-1);
     const bool isFull = errno == E2BIG;
     out.append(buffer.data(), to);
-    text.erase(0, text.size() - left);
     return isDone || isFull;
   }
 
@@ -45,10 +42,13 @@ class Converter {
 
 std::string convertToUtf8(std::string_view text, const std::string& charset) {
   Converter converter(charset);
-  std::string left(text);
+  std::string bytes(text);  // the call wants them changeable, and leaves them alone
+  char* from = bytes.data();
+  std::size_t left = bytes.size();
   std::string out;
-  while (!left.empty()) {
-    if (!converter.convert(left, out)) throw ItemRefused("a text is none in the character set " + charset);
+  while (left > 0) {
+    if (!converter.convert(from, left, out))
+      throw ItemRefused("a text is none in the character set " + charset);
   }
   return out;
 }

@@ -115,8 +115,7 @@ class PhoneReader {
  private:
   void keep(const VcardProperty& phone, ContactText place) {
     draft_.contact.*place = numberOf(phone);
-    if (preferenceOf(phone) <= 100)
-      draft_.notes.add("which phone number is preferred is not kept on the device");
+    if (isPreferred(phone)) draft_.notes.add("which phone number is preferred is not kept on the device");
   }
 
   bool takeAsked(const VcardProperty& phone) {

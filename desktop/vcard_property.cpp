@@ -58,6 +58,10 @@ int preferenceOf(const VcardProperty& property) {
   return isPreference ? preference : kNotPreferred;
 }
 
+bool isPreferred(const VcardProperty& property) {
+  return preferenceOf(property) < kNotPreferred;
+}
+
 std::u16string wholeText(const VcardProperty& property) {
   std::u16string text;
   for (const std::u16string& value : property.values) {

@@ -29,6 +29,7 @@ bool hasType(const VcardProperty& property, std::string_view type);
 
 /// 1 for what is preferred most, up to 100; 101 for what isn't preferred.
 int preferenceOf(const VcardProperty& property);
+bool isPreferred(const VcardProperty& property);
 
 /// The values as one text: only some properties are lists, and the text of another one may have semicolons.
 std::u16string wholeText(const VcardProperty& property);

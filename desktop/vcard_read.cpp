@@ -9,6 +9,7 @@
 #include "desktop/vcard.h"
 #include "desktop/vcard_address.h"
 #include "desktop/vcard_cards.h"
+#include "desktop/vcard_days.h"
 #include "desktop/vcard_email.h"
 #include "desktop/vcard_library.h"
 #include "desktop/vcard_name.h"
@@ -92,6 +93,7 @@ class CardReader {
     VcardDraft draft(std::move(properties));
     draft.notes = std::move(forms);
     readTexts(draft);
+    readDates(draft);
     readEmails(draft);
     readPhones(draft);
     readAddresses(draft);

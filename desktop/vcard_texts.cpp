@@ -4,9 +4,7 @@
 #include <array>
 
 #include "desktop/icalendar_text.h"
-#include "desktop/local_time.h"
 #include "desktop/text.h"
-#include "desktop/vcard_date.h"
 
 namespace desktop {
 
@@ -40,30 +38,12 @@ constexpr std::array kTexts{
     TextProperty{"X-PHONETIC-ORG", &Contact::yomiCompany, {}},
 };
 
-struct DateProperty {
-  std::string_view name;
-  LocalTime Contact::*member;
-};
-
-constexpr std::array kDates{
-    DateProperty{"BDAY", &Contact::birthday},
-    DateProperty{"ANNIVERSARY", &Contact::anniversary},
-    DateProperty{"X-ANNIVERSARY", &Contact::anniversary},
-    DateProperty{"X-EVOLUTION-ANNIVERSARY", &Contact::anniversary},
-    DateProperty{"X-KADDRESSBOOK-X-ANNIVERSARY", &Contact::anniversary},
-    DateProperty{"X-MS-ANNIVERSARY", &Contact::anniversary},
-};
-
 /// What a label makes of a property that says nothing itself.
 constexpr std::array kLabelledTexts{
     TextProperty{"Spouse", &Contact::spouse, {}},
     TextProperty{"Child", &Contact::children, {}},
     TextProperty{"Assistant", &Contact::assistantName, {}},
 };
-
-// The device's calendar has no other years.
-constexpr int kFirstYear = 1900;
-constexpr int kLastYear = 2999;
 
 /// Children are one text on the device; of everything else it has one.
 void keepText(VcardDraft& draft, const TextProperty& row, const std::string& name,
@@ -108,39 +88,6 @@ void readLabelledTexts(VcardDraft& draft) {
     for (const VcardProperty& property : draft.takeIf("X-ABRELATEDNAMES", isRow)) {
       keepText(draft, row, std::string(row.name), oneLine(wholeText(property)));
     }
-  }
-}
-
-/// Some programs write a year that stands for none, and say which.
-bool hasNoYear(const VcardProperty& property, const LocalTime& date) {
-  return parameterOf(property, "X-APPLE-OMIT-YEAR") == std::to_string(date.year);
-}
-
-void readDate(VcardDraft& draft, const VcardProperty& property, LocalTime Contact::*member) {
-  const std::u16string text = oneLine(wholeText(property));
-  if (text.empty()) return;
-  const std::optional<LocalTime> date = readVcardDate(toUtf8(text));
-  LocalTime& held = draft.contact.*member;
-  if (!date || hasNoYear(property, *date)) {
-    draft.noteLost(property.name + ", which is no full date,", text);
-  } else if (date->year < kFirstYear || date->year > kLastYear) {
-    draft.noteLost(property.name + ", which is outside the device's calendar (1900 to 2999),", text);
-  } else if (isNone(held)) {
-    held = *date;
-  } else if (held != *date) {
-    draft.noteLost("a second " + property.name, text);
-  }
-}
-
-void readDates(VcardDraft& draft) {
-  for (const DateProperty& row : kDates) {
-    for (const VcardProperty& property : draft.take(row.name)) readDate(draft, property, row.member);
-  }
-  const auto isAnniversary = [&](const VcardProperty& property) {
-    return draft.labelOf(property) == u"Anniversary";
-  };
-  for (const VcardProperty& property : draft.takeIf("X-ABDATE", isAnniversary)) {
-    readDate(draft, property, &Contact::anniversary);
   }
 }
 
@@ -211,16 +158,6 @@ void addRelated(std::vector<VcardProperty>& card, const TextProperty& row, const
   card.push_back({{}, "RELATED", {{"VALUE", "text"}, {"TYPE", std::string(row.related)}}, {text}});
 }
 
-/// A day; a time of day with it must be announced before 4.0.
-void addDate(std::vector<VcardProperty>& card, std::string name, const LocalTime& date,
-             VcardVersion version) {
-  if (isNone(date)) return;
-  VcardProperty property{{}, std::move(name), {}, {toUtf16(spellVcardDate(date, version))}};
-  if (!isMidnight(date) && version == VcardVersion::V30)
-    property.parameters.push_back({"VALUE", "date-time"});
-  card.push_back(std::move(property));
-}
-
 void addCategories(std::vector<VcardProperty>& card, const Contact& contact) {
   VcardProperty categories{{}, "CATEGORIES", {}, {}};
   std::u16string list = tidyList(oneLine(contact.categories));
@@ -239,7 +176,6 @@ void readTexts(VcardDraft& draft) {
   readPlainTexts(draft);
   readLabelledTexts(draft);
   readPronunciation(draft);
-  readDates(draft);
   readCategories(draft);
   readNote(draft);
 }
@@ -259,8 +195,6 @@ void addTexts(std::vector<VcardProperty>& card, const Contact& contact, VcardVer
       add(card, std::string(row.name), contact.*row.member);
     }
   }
-  addDate(card, "BDAY", contact.birthday, version);
-  addDate(card, version == VcardVersion::V40 ? "ANNIVERSARY" : "X-ANNIVERSARY", contact.anniversary, version);
   addCategories(card, contact);
   add(card, "NOTE", contact.body);
 }

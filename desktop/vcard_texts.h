@@ -1,4 +1,4 @@
-// Properties of a card that are one text, or one day, of the contact each; and those made of several texts.
+// Properties of a card that are one text of the contact each, and those made of several.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace desktop {
 
-/// Company, department, job, web page, relatives, days, categories, notes.
+/// Company, department, job, web page, relatives, categories, notes.
 void readTexts(VcardDraft& draft);
 
 void addTexts(std::vector<VcardProperty>& card, const Contact& contact, VcardVersion version);

@@ -3,6 +3,7 @@
 #include "desktop/text.h"
 #include "desktop/vcard.h"
 #include "desktop/vcard_address.h"
+#include "desktop/vcard_days.h"
 #include "desktop/vcard_email.h"
 #include "desktop/vcard_library.h"
 #include "desktop/vcard_name.h"
@@ -34,6 +35,7 @@ std::string writeVcard(const Contact& contact, const std::string& uid, VcardVers
   addEmails(card, contact, version);
   addPhones(card, contact, version);
   addAddresses(card, contact, version);
+  addDates(card, contact, version);
   addTexts(card, contact, version);
   for (VcardProperty& property : card) {
     for (std::u16string& value : property.values) value = withFileLineEnds(value);

@@ -1,5 +1,7 @@
 #include "mail/contents_table.h"
 
+#include <algorithm>
+
 #include "mail/properties.h"
 #include "platform/windows.h"
 
@@ -17,7 +19,7 @@ void addRow(const SRow& row, EntryCollector& entries) {
 
 /// The number of rows that came.
 std::size_t collectSome(IMAPITable& contents, ULONG remaining, EntryCollector& entries) {
-  const RowSet found(contents, static_cast<LONG>(remaining));
+  const RowSet found(contents, static_cast<LONG>(std::min<ULONG>(remaining, INT32_MAX)));
   for (const SRow& row : found.rows()) addRow(row, entries);
   return found.rows().size();
 }

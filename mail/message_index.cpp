@@ -18,6 +18,8 @@ MessageIndex::Records::iterator MessageIndex::at(std::size_t position) {
 }
 
 MessageIndex::Place MessageIndex::search(DWORD id) {
+  // Who walks through the index asks for what the cursor is at.
+  if (cursor_ != records_.end() && cursor_->id == id) return {cursorPosition_, true};
   std::size_t low = 0;
   std::size_t high = records_.size();
   while (high - low >= 2) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 
 #include "emulator/database/record_store.h"
 
@@ -13,6 +14,7 @@ class DatabaseStore {
       : store_(store), catalog_(store, clock), records_(store, catalog_) {}
   DatabaseStore(const DatabaseStore&) = delete;
   DatabaseStore& operator=(const DatabaseStore&) = delete;
+  ~DatabaseStore() = default;
 
   DatabaseCatalog& catalog() { return catalog_; }
   RecordStore& records() { return records_; }

@@ -12,10 +12,10 @@ class ObjectInformation {
   ObjectInformation(ObjectStore& store, FileTree& files, DatabaseStore& databases, LastError& lastError)
       : store_(store), files_(files), databases_(databases), lastError_(lastError) {}
 
-  /// Fills everything but the version. ERROR_INVALID_PARAMETER for an identifier that names nothing, whose type
-  /// is OBJTYPE_INVALID. The object model's items and messages are records whose database no program can open:
-  /// their parent is 0.
-  bool describe(const CEGUID* volume, Oid oid, CEOIDINFOEX* information);
+  /// Fills everything but the version. ERROR_INVALID_PARAMETER for an identifier that names nothing, whose
+  /// type is OBJTYPE_INVALID. The object model's items and messages are records whose database no program can
+  /// open: their parent is 0.
+  bool describe(const CEGUID* volume, Oid oid, CEOIDINFOEX* out);
 
  private:
   void describeFile(Oid oid, CEFILEINFO& file);

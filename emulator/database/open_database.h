@@ -20,9 +20,9 @@ class OpenDatabase final : public ClosableObject {
   const PropertyDatabase& database() const { return *database_; }
   SeekPointer& pointer() { return pointer_; }
 
-  /// Moves the pointer as CeSeekDatabase does. ERROR_SUCCESS when it reached a record, ERROR_NO_MORE_ITEMS when
-  /// there is none, ERROR_INVALID_PARAMETER for an unknown kind of seek, a record that is not the database's,
-  /// or a value that is not of the order's first property.
+  /// Moves the pointer as CeSeekDatabase does. ERROR_SUCCESS when it reached a record, ERROR_NO_MORE_ITEMS
+  /// when there is none, ERROR_INVALID_PARAMETER for an unknown kind of seek, a record that is not the
+  /// database's, or a value that is not of the order's first property.
   DWORD seek(DWORD type, DWORD_PTR value);
   /// The pointer's record was read, or deleted.
   void moveOn() {

@@ -1,5 +1,5 @@
-// Property values as the platform hands them out: one block with the values in front and behind them the texts
-// and blobs that they point to.
+// Property values as the platform hands them out: one block with the values in front, and behind them the
+// texts and blobs that they point to.
 #pragma once
 
 #include <span>

@@ -20,9 +20,9 @@ struct ReadBuffer {
   bool mayReallocate;
 };
 
-/// The calls behave as `platform/property_database.h` says. One that fails leaves its reason as the last error;
-/// one that succeeds leaves the last error alone. The object store is the only volume; a null volume is
-/// refused.
+/// The calls behave as `platform/property_database.h` says. One that fails leaves its reason as the last
+/// error; one that succeeds leaves the last error alone. The object store is the only volume; a null volume
+/// is refused.
 class PropertyDatabases {
  public:
   PropertyDatabases(DatabaseStore& store, PlatformMemory& memory, HandleTable& handles, LastError& lastError)
@@ -42,7 +42,7 @@ class PropertyDatabases {
   Oid fail(DWORD error);
   HANDLE failToOpen(DWORD error);
   Oid make(PropertyDatabase database);
-  std::optional<Record> recordOf(const OpenDatabase& open, Oid record);
+  std::optional<Record> recordOf(const OpenDatabase& open, Oid oid);
   DWORD fill(const ReadBuffer& buffer, std::span<const BlockValue> values);
 
   DatabaseStore& store_;

@@ -29,9 +29,9 @@ bool isRecordType(WORD type);
 /// The bytes of a number; 0 for texts and blobs.
 std::size_t numberSize(WORD type);
 /// Texts and blobs can have any length up to this.
-inline constexpr std::size_t kLongestProperty = 4092 * 16 - 1;
+inline constexpr std::size_t kLongestProperty = std::size_t{4092} * 16 - 1;
 /// All values and their identifiers together.
-inline constexpr std::size_t kLongestRecord = 128 * 1024;
+inline constexpr std::size_t kLongestRecord = std::size_t{128} * 1024;
 
 const RecordProperty* findProperty(const RecordProperties& properties, CEPROPID id);
 /// Replaces the property where it stands, or adds it behind the others.

@@ -38,7 +38,7 @@ class SeekPointer {
   Oid moveTo(std::optional<RecordPlace> place, std::optional<std::int64_t> index = std::nullopt);
   Oid back(std::int64_t steps);
   void refresh();
-  std::optional<RecordPlace> placeOf(Oid record);
+  std::optional<RecordPlace> placeOf(Oid oid);
 
   RecordStore& records_;
   RecordWalk walk_;

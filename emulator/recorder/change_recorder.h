@@ -10,8 +10,9 @@
 namespace emulator {
 
 /// The logs and counters are those of the installation that the device's module path names; a kind of item
-/// without a log is not recorded. What happens to one item within one request is one change: what was added and
-/// changed was added. What was added and deleted was deleted, so that no number is left without its record.
+/// without a log is not recorded. What happens to one item within one request is one change: what was added
+/// and changed was added. What was added and deleted was deleted, so that no number is left without its
+/// record.
 class ChangeRecorder {
  public:
   ChangeRecorder(DatabaseStore& databases, Registry& registry, const Configuration& configuration)

@@ -1,5 +1,6 @@
 #include "emulator/snapshot/database_values_json.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>

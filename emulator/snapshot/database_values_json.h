@@ -6,8 +6,8 @@
 
 namespace emulator {
 
-/// `["0xIIIITTTT", value]`: a number for integers and CEVT_R8, true or false, a text, base64 for blobs, and for
-/// CEVT_FILETIME a time, or its number where no time of four-digit years says it.
+/// `["0xIIIITTTT", value]`: a number for integers and CEVT_R8, true or false, a text, base64 for blobs, and
+/// for CEVT_FILETIME a time, or its number where no time of four-digit years says it.
 RecordProperty readProperty(const JsonNode& node);
 Json propertyToJson(const RecordProperty& property);
 

@@ -11,8 +11,8 @@ inline constexpr std::int32_t kApplicationId = 0x514F5256;
 /// The tables' version. A file with a higher one was made by a newer version of this program.
 inline constexpr std::int32_t kSchemaVersion = 3;
 
-/// Makes the tables that a file of an earlier version lacks, or all of them in an empty file, whose version is
-/// 0. Throws StoreError.
+/// Makes the tables that a file of an earlier version lacks, or all of them in an empty file, whose version
+/// is 0. Throws StoreError.
 void completeSchema(Connection& connection, std::int32_t version);
 
 }  // namespace emulator

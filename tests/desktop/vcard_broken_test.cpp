@@ -126,15 +126,14 @@ const std::string kRich =
     "PHOTO;ENCODING=BASE64:\r\n SGFs\r\n bG8=\r\n\r\nCATEGORIES:a,b\\,c\r\nNOTE;CHARSET=ISO-8859-1:\xFC\r\n"
     "RELATED;VALUE=text;TYPE=spouse;ALTID=1:Bo\r\nEND:VCARD\r\n";
 
-/// Reading must neither crash nor fail in any other way than by saying what is wrong.
+/// Reading must neither crash nor fail in any other way than by saying what is wrong, and what was read can be
+/// written.
 void expectSurvival(const std::string& text) {
   try {
     const FileItems file = readVcards(text, "file.vcf");
     for (const FileItem& item : file.items) {
-      const Contact& contact = std::get<Contact>(item.item);
-      for (const VcardVersion version : {VcardVersion::V30, VcardVersion::V40}) {
-        EXPECT_THAT(readVcards(writeVcard(contact, "u", version), "again.vcf").problems, IsEmpty()) << text;
-      }
+      const std::string again = writeVcard(std::get<Contact>(item.item), "u", VcardVersion::V30);
+      EXPECT_THAT(readVcards(again, "again.vcf").problems, IsEmpty()) << text;
     }
   } catch (const InputError&) {
   }

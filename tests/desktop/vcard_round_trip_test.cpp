@@ -174,10 +174,10 @@ TEST(VcardWriting, spellsVersion3) {
             "TEL;X-QORV-PLACE=2;TYPE=HOME,VOICE:0123\r\n"
             "TEL;TYPE=CAR:4567\r\n"
             "ADR;TYPE=OTHER:;;;York;;;\r\n"
-            "ORG:Acme\r\n"
-            "X-SPOUSE:Bo\r\n"
             "BDAY:1970-05-01\r\n"
             "X-ANNIVERSARY:1999-12-31\r\n"
+            "ORG:Acme\r\n"
+            "X-SPOUSE:Bo\r\n"
             "CATEGORIES:Work,Climbing\r\n"
             "END:VCARD\r\n");
 }
@@ -213,9 +213,9 @@ TEST(VcardWriting, spellsVersion4) {
             "EMAIL:ann@example.org\r\n"
             "TEL;TYPE=\"X-CAR\":4567\r\n"
             "ADR;TYPE=\"X-OTHER\":;;;York;;;\r\n"
-            "RELATED;TYPE=spouse;VALUE=text:Bo\r\n"
             "BDAY:19700501\r\n"
             "ANNIVERSARY:19991231\r\n"
+            "RELATED;TYPE=spouse;VALUE=text:Bo\r\n"
             "END:VCARD\r\n");
 }
 

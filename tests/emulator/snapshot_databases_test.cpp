@@ -58,7 +58,8 @@ TEST(SnapshotDatabases, areStoredAsThePlatformHasThem) {
   for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(properties[i].data, expected[i]) << i;
   Ticks time = 0;
   std::memcpy(&time, properties[6].data.data(), sizeof time);
-  // 147,630 days of 86,400 s and 52,510 s since 1601 are 12,755,284,510 s of 10,000,000 ticks; 1,234,567 more.
+  // 147,630 days of 86,400 s and 52,510 s since 1601 are 12,755,284,510 s of 10,000,000 ticks each, and
+  // 1,234,567 more.
   EXPECT_EQ(time, 127'552'845'101'234'567);
   EXPECT_EQ(properties[7].data, (Bytes{'G', 0, 'r', 0, 0xFC, 0, 0xDF, 0, 'e', 0}));
   EXPECT_EQ(properties[8].data, (Bytes{0, 1, 2}));

