@@ -42,6 +42,8 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       windows(lastError),
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
+      debugOutput(options.messages),
+      sockets(lastError),
       modules(configuration, lastError),
       objectModel(store, memory, localClock(clock, configuration)) {}
 
