@@ -40,6 +40,7 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       searches(fileTree, handles, lastError),
       tempFiles(fileTree, registry, clock, lastError),
       windows(lastError),
+      richInk(windows),
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       debugOutput(options.messages),

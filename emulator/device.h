@@ -4,6 +4,7 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/ink/rich_ink.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
 #include "emulator/store/object_store.h"
@@ -71,6 +72,7 @@ struct Device {
   FileSearch searches;
   TempFiles tempFiles;
   Windows windows;
+  RichInk richInk;
   Processes processes;
   MessageBoxes messageBoxes;
   DebugOutput debugOutput;

@@ -10,9 +10,25 @@ HRESULT entries::DllRegisterServer() {
       [](Device& device) { return device.objectModel.registerServer(); });
 }
 
+void entries::InitRichInkDLL() {
+  call<&entries::InitRichInkDLL>([](Device& device) { device.richInk.registerClass(); });
+}
+
+namespace {
+
+void provideRichInk(Device& device) {
+  if (device.configuration.osVersion() < kFirstVersionWithRichInk) return;
+  device.modules.provide(u"RichInk.dll",
+                         {{u"InitRichInkDLL", reinterpret_cast<FARPROC>(&entries::InitRichInkDLL)}},
+                         [&device] { device.richInk.unregisterClass(); });
+}
+
+}  // namespace
+
 void provideLibraries(Device& device) {
   device.modules.provide(u"pimstore.dll",
                          {{u"DllRegisterServer", reinterpret_cast<FARPROC>(&entries::DllRegisterServer)}});
+  provideRichInk(device);
 }
 
 }  // namespace emulator
