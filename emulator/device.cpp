@@ -46,15 +46,23 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       debugOutput(options.messages),
       sockets(lastError),
       modules(configuration, lastError),
-      objectModel(store, memory, localClock(clock, configuration)) {}
+      databaseStore(store, clock),
+      databases(databaseStore, memory, handles, lastError),
+      objects(store, fileTree, databaseStore, lastError),
+      objectModel(store, memory, localClock(clock, configuration)),
+      recorder(databaseStore, registry, configuration) {
+  objectModel.items().setListener([this](const ItemChange& change) { recorder.record(change); });
+}
 
 void Device::commit() {
   store.commit();
+  recorder.endRequest();
 }
 
 void Device::rollback() {
   store.rollback();
   clock.reload();
+  recorder.endRequest();
 }
 
 }  // namespace emulator

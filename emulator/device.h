@@ -4,9 +4,12 @@
 #include <iostream>
 #include <string>
 
+#include "emulator/database/object_information.h"
+#include "emulator/database/property_databases.h"
 #include "emulator/ink/rich_ink.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
+#include "emulator/recorder/change_recorder.h"
 #include "emulator/store/object_store.h"
 #include "emulator/system/clock.h"
 #include "emulator/system/com_apartment.h"
@@ -80,7 +83,11 @@ struct Device {
   Modules modules;
   ComApartment com;
   HostMemory memory;  ///< what the device's calls allocate for the agent
+  DatabaseStore databaseStore;
+  PropertyDatabases databases;
+  ObjectInformation objects;
   ObjectModel objectModel;
+  ChangeRecorder recorder;
 };
 
 }  // namespace emulator

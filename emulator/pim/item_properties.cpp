@@ -3,6 +3,7 @@
 #include <cstring>
 #include <utility>
 
+#include "emulator/database/property_block.h"
 #include "emulator/pim/ansi_text.h"
 #include "emulator/pim/body_stream.h"
 #include "emulator/pim/stored_recurrence.h"
@@ -15,25 +16,19 @@ constexpr CEPROPID kOidProperty = 0x10000066;
 constexpr CEPROPID kIsRecurringProperty = 0x0022000B;
 constexpr CEPROPID kBodyText = 0x101F001F;
 
-// A value and the bytes that it points to.
-struct FoundValue {
-  CEPROPVAL value{};
-  std::vector<std::uint8_t> bytes;
-};
-
-std::optional<std::size_t> findProperty(const ItemTable& table, CEPROPID id) {
+std::optional<std::size_t> placeOfTag(const ItemTable& table, CEPROPID id) {
   for (std::size_t place = 0; place < table.properties.size(); ++place) {
     if (table.properties[place].tag == id && id != 0) return place;
   }
   return std::nullopt;
 }
 
-void setText(FoundValue& found, const std::u16string& text) {
+void setText(BlockValue& found, const std::u16string& text) {
   found.bytes.resize((text.size() + 1) * sizeof(char16_t));
   std::memcpy(found.bytes.data(), text.c_str(), found.bytes.size());
 }
 
-void setValue(FoundValue& found, const PropertyValue& value) {
+void setValue(BlockValue& found, const PropertyValue& value) {
   if (const auto* text = std::get_if<std::u16string>(&value)) setText(found, *text);
   if (const auto* number = std::get_if<std::int32_t>(&value)) found.value.val.lVal = *number;
   if (const auto* flag = std::get_if<bool>(&value)) found.value.val.boolVal = *flag ? TRUE : FALSE;
@@ -43,14 +38,14 @@ bool isRecurrence(const PimItem& item, CEPROPID id) {
   return id == (item.kind() == ObjectKind::Task ? kTaskRecurrenceProperty : kAppointmentRecurrenceProperty);
 }
 
-FoundValue find(ItemCore& core, const PimItem& item, CEPROPID id) {
-  FoundValue found;
+BlockValue find(ItemCore& core, const PimItem& item, CEPROPID id) {
+  BlockValue found;
   found.value.propid = id;
   if (id == kOidProperty) {
     found.value.val.ulVal = item.oid;
   } else if (id == kIsRecurringProperty && item.kind() != ObjectKind::Contact) {
     found.value.val.boolVal = item.rule ? TRUE : FALSE;
-  } else if (const auto place = findProperty(item.properties.table(), id)) {
+  } else if (const auto place = placeOfTag(item.properties.table(), id)) {
     setValue(found, item.properties.value(*place));
   } else if (item.rule && isRecurrence(item, id)) {
     found.bytes = storedRecurrence(core.context().items, item);
@@ -58,33 +53,6 @@ FoundValue find(ItemCore& core, const PimItem& item, CEPROPID id) {
     found.value.wFlags = CEDB_PROPNOTFOUND;
   }
   return found;
-}
-
-// Blobs and texts lie behind the values, each at an even address.
-constexpr std::size_t evenSize(std::size_t size) {
-  return (size + 1) & ~std::size_t{1};
-}
-
-std::size_t blockSize(const std::vector<FoundValue>& found) {
-  std::size_t size = found.size() * sizeof(CEPROPVAL);
-  for (const FoundValue& value : found) size += evenSize(value.bytes.size());
-  return size;
-}
-
-void fillBlock(std::uint8_t* block, std::vector<FoundValue>& found) {
-  std::uint8_t* bytes = block + found.size() * sizeof(CEPROPVAL);
-  for (std::size_t i = 0; i < found.size(); ++i) {
-    CEPROPVAL& value = found[i].value;
-    const std::size_t size = found[i].bytes.size();
-    if (size != 0) {
-      std::memcpy(bytes, found[i].bytes.data(), size);
-      const bool isBlob = (value.propid & 0xFFFF) == CEVT_BLOB;
-      if (isBlob) value.val.blob = {static_cast<DWORD>(size), bytes};
-      if (!isBlob) value.val.lpwstr = reinterpret_cast<LPWSTR>(bytes);
-      bytes += evenSize(size);
-    }
-    std::memcpy(block + i * sizeof(CEPROPVAL), &value, sizeof value);
-  }
 }
 
 std::optional<PropertyValue> valueOf(const CEPROPVAL& value, PropertyType type) {
@@ -102,7 +70,7 @@ std::optional<PropertyValue> valueOf(const CEPROPVAL& value, PropertyType type) 
 }
 
 HRESULT setOne(ItemCore& core, PimItem& item, const CEPROPVAL& value) {
-  const auto place = findProperty(item.properties.table(), value.propid);
+  const auto place = placeOfTag(item.properties.table(), value.propid);
   if (!place) return E_INVALIDARG;
   auto put = valueOf(value, item.properties.property(*place).type);
   return put ? core.context().items.put(item.properties, *place, std::move(*put)) : E_INVALIDARG;
@@ -120,7 +88,7 @@ HRESULT getProps(ItemCore& core, std::span<const CEPROPID> ids, ULONG flags, CEP
   return atBoundary([&] {
     const PimItem* item = core.item();
     if (item == nullptr) return E_FAIL;
-    std::vector<FoundValue> found;
+    std::vector<BlockValue> found;
     for (const CEPROPID id : ids) found.push_back(find(core, *item, id));
     const std::size_t bytes = blockSize(found);
     void* block = core.context().memory.allocateBlock(heap, bytes);
@@ -151,7 +119,7 @@ HRESULT openProperty(ItemCore& core, IUnknown* owner, CEPROPID id, DWORD mode, I
   if (id != PIMPR_BODY_BINARY) return E_INVALIDARG;
   return atBoundary([&] {
     const PimItem* item = core.item();
-    const auto body = findProperty(tableOf(core.kind()), kBodyText);
+    const auto body = placeOfTag(tableOf(core.kind()), kBodyText);
     if (item == nullptr || !body) return E_FAIL;
     const bool writable = (mode & GENERIC_WRITE) != 0;
     auto bytes = writable ? std::vector<std::uint8_t>() : toAnsi(item->properties.get<std::u16string>(*body));

@@ -2,11 +2,17 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "platform/types.h"
 
 namespace emulator {
+
+/// The process's one heap, which local memory comes from too.
+inline HANDLE processHeap() {
+  return reinterpret_cast<HANDLE>(std::uintptr_t{0x00030000});
+}
 
 /// Where the caller's memory lies is the caller's affair: on the host, or inside an emulated processor's.
 /// Counts what was handed out and not freed, so that tests can prove that nothing leaks.

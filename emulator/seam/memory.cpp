@@ -5,11 +5,10 @@
 
 using emulator::call;
 using emulator::Device;
+using emulator::processHeap;
 
 namespace {
 
-/// Local memory comes from the process's one heap.
-const HANDLE kProcessHeap = reinterpret_cast<HANDLE>(std::uintptr_t{0x00030000});
 constexpr DWORD kHeapZeroMemory = 8;
 
 void* allocate(Device& device, HANDLE heap, std::size_t size, bool zero) {
@@ -23,14 +22,14 @@ void* allocate(Device& device, HANDLE heap, std::size_t size, bool zero) {
 
 HLOCAL LocalAlloc(UINT flags, UINT size) {
   return call<&::LocalAlloc>(
-      [&](Device& device) { return allocate(device, kProcessHeap, size, (flags & LMEM_ZEROINIT) != 0); },
+      [&](Device& device) { return allocate(device, processHeap(), size, (flags & LMEM_ZEROINIT) != 0); },
       flags, size);
 }
 
 HLOCAL LocalFree(HLOCAL block) {
   return call<&::LocalFree>(
       [&](Device& device) -> HLOCAL {
-        if (block == nullptr || device.memory.freeBlock(kProcessHeap, block)) return nullptr;
+        if (block == nullptr || device.memory.freeBlock(processHeap(), block)) return nullptr;
         device.lastError.set(ERROR_INVALID_HANDLE);
         return block;
       },
@@ -38,7 +37,7 @@ HLOCAL LocalFree(HLOCAL block) {
 }
 
 HANDLE GetProcessHeap() {
-  return call<&::GetProcessHeap>([](Device&) { return kProcessHeap; });
+  return call<&::GetProcessHeap>([](Device&) { return processHeap(); });
 }
 
 void* HeapAlloc(HANDLE heap, DWORD flags, DWORD size) {

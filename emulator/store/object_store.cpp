@@ -13,6 +13,7 @@ namespace emulator {
 namespace {
 
 constexpr const char* kNextOidSetting = "next_oid";
+constexpr const char* kVersionPragma = "PRAGMA user_version";
 constexpr int kNoKind = 0;  ///< The kind of an identifier that is free but must not be allocated.
 
 /// A file that this program has just made, and that goes again unless it is kept.
@@ -64,7 +65,7 @@ void requireDeviceFile(Connection& connection) {
   std::int32_t version = 0;
   try {
     application = pragma(connection, "PRAGMA application_id");
-    version = pragma(connection, "PRAGMA user_version");
+    version = pragma(connection, kVersionPragma);
   } catch (const StoreError&) {
     throw StoreError(connection.name(), "not a device file");
   }
@@ -75,6 +76,15 @@ void requireDeviceFile(Connection& connection) {
                                             std::to_string(kSchemaVersion) + ")");
   }
   if (connection.isReadOnly()) throw StoreError(connection.name(), "cannot be written");
+}
+
+/// A device of an earlier version becomes one of this version.
+void bringUpToDate(Connection& connection) {
+  if (pragma(connection, kVersionPragma) >= kSchemaVersion) return;
+  connection.execute("BEGIN IMMEDIATE");
+  // Another program may have done so meanwhile.
+  completeSchema(connection, pragma(connection, kVersionPragma));
+  connection.commit();
 }
 
 /// Survives the process, not the machine: what was answered is in the log file, which the system holds.
@@ -91,7 +101,7 @@ void ObjectStore::create(const std::string& path, const std::function<void(Objec
   {
     ObjectStore store(path, Unfinished{});
     store.connection_.execute("BEGIN IMMEDIATE");
-    createSchema(store.connection_);
+    completeSchema(store.connection_, 0);
     store.settings_.put(kNextOidSetting, kFirstOid);
     fill(store);
     store.commit();
@@ -103,6 +113,7 @@ ObjectStore::ObjectStore(const std::string& path)
     : connection_(pathOfExistingFile(path), path), settings_(connection_) {
   requireDeviceFile(connection_);
   configure(connection_);
+  bringUpToDate(connection_);
 }
 
 ObjectStore::ObjectStore(const std::string& path, Unfinished)

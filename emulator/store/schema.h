@@ -1,4 +1,4 @@
-// The tables of a device file, made once when the device is created.
+// The tables of a device file: made when the device is created, and completed when a newer program opens it.
 #pragma once
 
 #include "emulator/store/sqlite.h"
@@ -9,9 +9,10 @@ namespace emulator {
 inline constexpr std::int32_t kApplicationId = 0x514F5256;
 
 /// The tables' version. A file with a higher one was made by a newer version of this program.
-inline constexpr std::int32_t kSchemaVersion = 1;
+inline constexpr std::int32_t kSchemaVersion = 2;
 
-/// Makes every subsystem's tables in an empty file. Throws StoreError.
-void createSchema(Connection& connection);
+/// Makes the tables that a file of an earlier version lacks, or all of them in an empty file, whose version is
+/// 0. Throws StoreError.
+void completeSchema(Connection& connection, std::int32_t version);
 
 }  // namespace emulator

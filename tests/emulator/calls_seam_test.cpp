@@ -287,14 +287,6 @@ TEST_F(SeamTest, startsNoProgramThatTheDeviceLacks) {
   EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(SeamTest, failsWhatTheDeviceLacks) {
-  EXPECT_EQ(CeSeekDatabase(nullptr, CEDB_SEEK_BEGINNING, 0, nullptr), 0u);
-  EXPECT_EQ(GetLastError(), ERROR_NOT_SUPPORTED);
-  CEGUID volume = kSystemVolume;
-  CEOID oid = 0;
-  EXPECT_EQ(CeOpenDatabaseEx2(&volume, &oid, nullptr, nullptr, 0, nullptr), INVALID_HANDLE_VALUE);
-}
-
 TEST_F(SeamTest, sendsDatagramsFromTheDevice) {
   WSADATA data;
   ASSERT_EQ(WSAStartup(0x0101, &data), 0);

@@ -16,7 +16,11 @@ using Json = nlohmann::ordered_json;
 
 class SnapshotDevice {
  public:
-  SnapshotDevice() : device_((Device::create(folder_.file("device"), {}), folder_.file("device"))) {}
+  /// Changes are recorded only by a device that is made so.
+  explicit SnapshotDevice(bool isRecorded = false)
+      : device_((Device::create(folder_.file("device"), {}), folder_.file("device"))) {
+    if (!isRecorded) device_.objectModel.items().setListener({});
+  }
 
   void load(const std::string& snapshot) { loadSnapshot(device_, snapshot); }
 

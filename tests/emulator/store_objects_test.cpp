@@ -85,6 +85,22 @@ TEST_F(DeviceFile, ofANewerVersionIsRefused) {
   EXPECT_THAT(refusal(path), HasSubstr(path + ": made by a newer version of this program"));
 }
 
+TEST_F(DeviceFile, ofAnEarlierVersionGetsTheTablesThatItLacks) {
+  const std::string path = createAt("device");
+  {
+    Connection device(path, "device");
+    for (const char* table : {"record_key", "record", "sort_property", "sort_order", "property_database"}) {
+      device.execute((std::string("DROP TABLE ") + table).c_str());
+    }
+    device.execute("PRAGMA user_version = 1");
+  }
+  for (int opening = 0; opening < 2; ++opening) {
+    ObjectStore store(path);
+    EXPECT_FALSE(store.connection().query("SELECT * FROM record_key").next());
+    EXPECT_FALSE(store.connection().query("SELECT * FROM property_database").next());
+  }
+}
+
 TEST_F(DeviceFile, namedLikeADatabaseInMemoryIsAFileAllTheSame) {
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(folder_.file(""));

@@ -40,6 +40,7 @@ void AgentTest::TearDown() {
 }
 
 HRESULT AgentTest::invoke(ScriptedStream& stream) {
+  stream.setBeforeRead([this] { device().commit(); });
   if (!observing_ && faults_.empty()) {
     const emulator::CurrentDevice current(device());
     return rsCeApiMgr(0, nullptr, nullptr, nullptr, &stream);

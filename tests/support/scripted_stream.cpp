@@ -25,6 +25,7 @@ HRESULT ScriptedStream::QueryInterface(REFIID, void** object) {
 }
 
 HRESULT ScriptedStream::Read(void* buffer, ULONG count, ULONG* bytesRead) {
+  beforeRead_();
   readSizes_.push_back(count);
   const std::size_t left = script_.size() - position_;
   const std::size_t size = std::min({std::size_t{count}, std::size_t{pieceSize_}, left});

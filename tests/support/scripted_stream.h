@@ -1,6 +1,7 @@
 // A remote-API stream for tests: reads from a script, in pieces of a given size, and keeps what is written.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "emulator/system/unsupported_stream.h"
@@ -20,6 +21,8 @@ class ScriptedStream final : public emulator::UnsupportedRapiStream {
   /// The sizes that were asked for, call by call.
   [[nodiscard]] const std::vector<ULONG>& readSizes() const { return readSizes_; }
   [[nodiscard]] ULONG references() const { return references_; }
+  /// What the device does when it waits for the next bytes of a request: it has answered the one before.
+  void setBeforeRead(std::function<void()> action) { beforeRead_ = std::move(action); }
   void failWritesFrom(std::size_t index) { firstFailingWrite_ = index; }
 
   HRESULT QueryInterface(REFIID iid, void** object) override;
@@ -32,6 +35,7 @@ class ScriptedStream final : public emulator::UnsupportedRapiStream {
   Bytes script_;
   ULONG pieceSize_;
   std::size_t position_ = 0;
+  std::function<void()> beforeRead_ = [] {};
   std::size_t firstFailingWrite_ = ~std::size_t{0};
   std::vector<Bytes> writes_;
   std::vector<ULONG> readSizes_;
