@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "bench/loopback.h"
+#include "bench/temporary_folder.h"
 #include "emulator/device.h"
 
 namespace bench {
@@ -19,9 +20,10 @@ class ServedDevice {
   [[nodiscard]] std::uint32_t firstOid() const { return firstOid_; }
 
  private:
+  [[nodiscard]] std::filesystem::path file() const { return folder_.path() / "device"; }
   void fill(int appointments);
 
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
   std::uint32_t firstOid_ = 0;
   Loopback pair_;
   std::thread thread_;

@@ -88,7 +88,8 @@ bool dispatch(std::span<const BYTE> request, IRAPIStream& stream, COutlook& sess
   const auto handler = makeHandler(type);
   handler->setContext({request.subspan(1), buffer, *session.application()});
   runOperation(*handler, command, type, fullListings);
-  updateFullListing(command, type, fullListings);
+  // A request that was cut short changed nothing, and leaves the flags as they are too.
+  if (!handler->requestCut()) updateFullListing(command, type, fullListings);
   return writeFrame(stream, {buffer.data(), handler->responseLength()});
 }
 

@@ -62,6 +62,8 @@ inline constexpr DWORD kRecurrenceBlockSize = 98;
 inline constexpr BYTE kStatusNone = 0;
 /// The data type has no record writer.
 inline constexpr BYTE kStatusNoWriter = 1;
+/// The contract was not found, has no sequence number, or could not be written.
+inline constexpr BYTE kStatusContractFailed = 1;
 /// The object model refused the item or the folder.
 inline constexpr BYTE kStatusRefused = 3;
 

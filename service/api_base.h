@@ -9,6 +9,8 @@
 
 namespace qorv {
 
+class ContractLookup;
+struct Change;
 struct ObtainedItem;
 
 /// What the dispatcher hands a handler. A handler borrows it all and lives for one request.
@@ -94,6 +96,12 @@ class CQorvApiBase : public RequestReader, public ReplyWriter {
   bool writeBatchEntry(const BatchEntry& entry, ItemReplyHeader& header);
   /// False when the item isn't there.
   bool readListedItem(DWORD oid);
+  RequestText readContractName();
+  /// The status pair of a contract operation; its argument again.
+  bool answerContract(bool succeeded);
+  void listChangesOf(const ContractLookup& contract);
+  void listChangesAfter(DWORD sequence);
+  bool listChange(const Change& change);
   void listFolder(IPOutlookItemCollection& items, int count);
   void listItem(IPOutlookItemCollection& items, int index);
 

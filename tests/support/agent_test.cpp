@@ -39,11 +39,10 @@ void AgentTest::TearDown() {
   EXPECT_EQ(device().modules.loadCount(), 0u);
 }
 
-HRESULT AgentTest::invoke(ScriptedStream& stream) {
-  stream.setBeforeRead([this] { device().commit(); });
+void AgentTest::atDevice(const std::function<void(emulator::CallMonitor*)>& run) {
   if (!observing_ && faults_.empty()) {
     const emulator::CurrentDevice current(device());
-    return rsCeApiMgr(0, nullptr, nullptr, nullptr, &stream);
+    return run(nullptr);
   }
   std::vector<emulator::FaultRule> rules;
   for (const std::string& rule : faults_) rules.push_back(emulator::parseFaultRule(rule));
@@ -52,11 +51,25 @@ HRESULT AgentTest::invoke(ScriptedStream& stream) {
   emulator::CallMonitor monitor(std::move(log), emulator::Faults(std::move(rules)),
                                 [this](DWORD error) { device().lastError.set(error); });
   const emulator::CurrentDevice current(device(), &monitor);
-  const HRESULT result = rsCeApiMgr(0, nullptr, nullptr, nullptr, monitor.tapped<IRAPIStream>(&stream));
-  monitor.taps().end(&stream);
-  // A session object that outlives its invocation would hold objects of this monitor.
-  qorv::moduleState().session.reset();
+  run(&monitor);
+}
+
+HRESULT AgentTest::invoke(ScriptedStream& stream) {
+  stream.setBeforeRead([this] { device().commit(); });
+  HRESULT result = E_UNEXPECTED;
+  atDevice([&](emulator::CallMonitor* monitor) {
+    IRAPIStream* given = monitor ? monitor->tapped<IRAPIStream>(&stream) : &stream;
+    result = rsCeApiMgr(0, nullptr, nullptr, nullptr, given);
+    if (!monitor) return;
+    monitor->taps().end(&stream);
+    // A session object that outlives its invocation would hold objects of this monitor.
+    qorv::moduleState().session.reset();
+  });
   return result;
+}
+
+void AgentTest::perform(const std::function<void()>& agentCode) {
+  atDevice([&](emulator::CallMonitor*) { agentCode(); });
 }
 
 std::vector<Bytes> AgentTest::session(const std::vector<Bytes>& requests) {

@@ -1,6 +1,7 @@
 // The agent in this process against a fresh emulated device, request by request.
 #pragma once
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -13,6 +14,10 @@
 #include "tests/emulator/device_test.h"
 #include "tests/support/bytes.h"
 #include "tests/support/scripted_stream.h"
+
+namespace emulator {
+class CallMonitor;
+}
 
 namespace test {
 
@@ -40,6 +45,8 @@ class AgentTest : public emulator::test::DeviceTest {
   std::vector<Bytes> session(const std::vector<Bytes>& requests);
   /// The reply to one request in a session of its own.
   Bytes reply(const Bytes& request);
+  /// Runs code of the agent in the device outside a session, with the same faults and the same log.
+  void perform(const std::function<void()>& agentCode);
 
   /// Makes calls fail from now on; rules as on the command line.
   void fault(const std::string& rule) { faults_.push_back(rule); }
@@ -55,6 +62,7 @@ class AgentTest : public emulator::test::DeviceTest {
   qorv::ComPtr<IAppointment> appointment(DWORD oid);
 
  private:
+  void atDevice(const std::function<void(emulator::CallMonitor*)>& run);
   std::string logFile() const { return folder_.file("calls"); }
 
   qorv::ComPtr<IPOutlookApp> outlook_;
