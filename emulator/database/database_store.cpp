@@ -27,6 +27,8 @@ void DatabaseStore::remove(Oid database) {
   if (!removed) return;
   records_.removeAll(*removed);
   catalog_.remove(database);
+  removed->oid = 0;
+  used_.erase(database);
 }
 
 bool DatabaseStore::removeRecord(Oid record) {

@@ -23,7 +23,7 @@ class DatabaseStore {
   /// Whether somebody keeps it.
   bool isInUse(Oid database) const;
 
-  /// A database goes with its records.
+  /// A database goes with its records, if it is there. For whoever keeps it, its identifier is 0 then.
   void remove(Oid database);
   /// One record goes; whether there was such a record.
   bool removeRecord(Oid record);

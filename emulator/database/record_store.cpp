@@ -34,7 +34,8 @@ DWORD RecordStore::check(const PropertyDatabase& database, Oid record, const Rec
   if (sizeOf(properties) > kLongestRecord) return ERROR_INVALID_PARAMETER;
   for (const SortOrder& order : database.orders) {
     if (!order.takes(properties)) return ERROR_INVALID_PARAMETER;
-    if (order.isUnique() && isTaken(order, sortKey(order, properties), record)) return ERROR_REPEATED_KEY;
+    if (order.isUniqueFor(properties) && isTaken(order, sortKey(order, properties), record))
+      return ERROR_REPEATED_KEY;
   }
   return ERROR_SUCCESS;
 }

@@ -71,10 +71,11 @@ void appendValue(Bytes& key, const SortProperty& property, ByteView data) {
 
 }  // namespace
 
-bool SortOrder::isUnique() const {
-  return has(keyFlags, CEDB_SORT_UNIQUE) || std::ranges::any_of(properties, [](const SortProperty& property) {
-           return has(property.flags, CEDB_SORT_UNIQUE);
-         });
+bool SortOrder::isUniqueFor(const RecordProperties& record) const {
+  const auto isUnique = [](const SortProperty& property) { return has(property.flags, CEDB_SORT_UNIQUE); };
+  if (!has(keyFlags, CEDB_SORT_UNIQUE) && std::ranges::none_of(properties, isUnique)) return false;
+  return std::ranges::all_of(
+      properties, [&](const SortProperty& property) { return findProperty(record, property.id) != nullptr; });
 }
 
 bool SortOrder::takes(const RecordProperties& record) const {

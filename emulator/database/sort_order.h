@@ -18,7 +18,8 @@ struct SortOrder {
   WORD keyFlags = 0;    ///< CEDB_SORT_UNIQUE for all its properties together
   std::vector<SortProperty> properties{};
 
-  bool isUnique() const;
+  /// Whether no other record may have the record's key: records that lack a property are never alike.
+  bool isUniqueFor(const RecordProperties& record) const;
   /// Whether a record with these properties may stand in the order.
   bool takes(const RecordProperties& record) const;
 };

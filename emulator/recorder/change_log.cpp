@@ -26,11 +26,11 @@ Oid findOrMake(DatabaseCatalog& catalog, const std::u16string& name) {
 }  // namespace
 
 ChangeLog::ChangeLog(DatabaseStore& databases, Registry& registry, std::u16string name,
-                     std::u16string registryKey)
+                     std::u16string_view registryKey)
     : databases_(databases),
       registry_(registry),
       name_(std::move(name)),
-      registryKey_(std::move(registryKey)),
+      registryKey_(registry.makeKey(registryKey).value()),
       database_(databases.use(findOrMake(databases.catalog(), name_))) {}
 
 void ChangeLog::append(DWORD item, LoggedChange change) {

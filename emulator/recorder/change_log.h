@@ -12,7 +12,11 @@ enum class LoggedChange : DWORD { Added = 1, Changed = 2, Deleted = 3 };
 class ChangeLog {
  public:
   /// The log of that name, made when the device has none. Its counter is the value of that name of the key.
-  ChangeLog(DatabaseStore& databases, Registry& registry, std::u16string name, std::u16string registryKey);
+  ChangeLog(DatabaseStore& databases, Registry& registry, std::u16string name,
+            std::u16string_view registryKey);
+
+  /// Whether nobody has removed it since.
+  bool isThere() const { return database_->oid != 0; }
 
   /// The item's one record says so from now on, under the counter's next number.
   void append(DWORD item, LoggedChange change);
@@ -27,7 +31,7 @@ class ChangeLog {
   DatabaseStore& databases_;
   Registry& registry_;
   std::u16string name_;
-  std::u16string registryKey_;
+  Registry::KeyId registryKey_;
   std::shared_ptr<PropertyDatabase> database_;
 };
 

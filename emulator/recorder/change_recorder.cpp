@@ -41,9 +41,20 @@ void ChangeRecorder::record(const ItemChange& change) {
   log(row->name).amend(change.oid, said->second);
 }
 
-ChangeLog ChangeRecorder::log(std::u16string_view name) const {
+void ChangeRecorder::endRequest() {
+  request_.clear();
+  logs_.clear();
+}
+
+ChangeLog& ChangeRecorder::log(std::u16string_view name) {
+  const auto found = logs_.find(name);
+  if (found != logs_.end() && found->second.isThere()) return found->second;
+  logs_.erase(name);
   const InstallationNames names = installationNames(configuration_.modulePath());
-  return {databases_, registry_, std::u16string(name) + names.databaseSuffix, names.registryKey};
+  return logs_
+      .try_emplace(name, databases_, registry_, std::u16string(name) + names.databaseSuffix,
+                   names.registryKey)
+      .first->second;
 }
 
 }  // namespace emulator

@@ -20,15 +20,16 @@ class ChangeRecorder {
   /// Throws StoreError.
   void record(const ItemChange& change);
   /// What comes now belongs to another request.
-  void endRequest() { request_.clear(); }
+  void endRequest();
 
  private:
-  ChangeLog log(std::u16string_view name) const;
+  ChangeLog& log(std::u16string_view name);
 
   DatabaseStore& databases_;
   Registry& registry_;
   const Configuration& configuration_;
   std::map<std::pair<ObjectKind, Oid>, LoggedChange> request_;  ///< what the logs say since the request began
+  std::map<std::u16string_view, ChangeLog> logs_;               ///< that the request has written to
 };
 
 }  // namespace emulator

@@ -1,4 +1,4 @@
-// "deleted": identifiers of objects that go. A folder goes with what is in it.
+// "deleted": identifiers of objects that go. A folder goes with what is in it, a database with its records.
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/values.h"
 
@@ -8,9 +8,14 @@ namespace {
 /// Whether there was such an object.
 bool removeObject(Device& device, Oid oid) {
   const auto kind = device.store.kindOf(oid);
-  if (kind != ObjectKind::File && kind != ObjectKind::Directory)
+  if (kind == ObjectKind::Record) return device.databaseStore.removeRecord(oid);
+  if (kind == ObjectKind::Database) {
+    device.databaseStore.remove(oid);
+  } else if (kind == ObjectKind::File || kind == ObjectKind::Directory) {
+    device.fileTree.remove(oid);
+  } else {
     return device.objectModel.items().remove(oid);
-  device.fileTree.remove(oid);
+  }
   return true;
 }
 

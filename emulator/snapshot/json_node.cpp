@@ -37,6 +37,11 @@ bool JsonNode::flag() const {
   return value_->get<bool>();
 }
 
+double JsonNode::real() const {
+  require(value_->is_number(), "a number");
+  return value_->get<double>();
+}
+
 std::int64_t JsonNode::number(std::int64_t low, std::int64_t high) const {
   require(value_->is_number(), "a number");
   if (value_->is_number_float()) refuse("expected a whole number, found " + value_->dump());

@@ -24,6 +24,8 @@ class JsonNode {
   /// Valid as long as the snapshot is.
   [[nodiscard]] const std::string& text() const;
   [[nodiscard]] bool flag() const;
+  /// Any number.
+  [[nodiscard]] double real() const;
   /// A whole number within the limits.
   [[nodiscard]] std::int64_t number(std::int64_t low, std::int64_t high) const;
 

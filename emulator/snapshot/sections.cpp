@@ -13,7 +13,7 @@ constexpr std::array kSections{
     Section{"time_zone", loadTimeZone, dumpTimeZone},
     Section{"registry", loadRegistry, dumpRegistry},
     Section{"files", loadFiles, dumpFiles, "oid"},
-    Section{"databases", loadDatabases, dumpDatabases, "oid"},
+    Section{"databases", loadDatabases, dumpDatabases, "oid", "records"},
     Section{"contacts", loadContacts, dumpContacts, "Oid"},
     Section{"appointments", loadAppointments, dumpAppointments, "Oid"},
     Section{"tasks", loadTasks, dumpTasks, "Oid"},

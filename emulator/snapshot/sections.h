@@ -17,6 +17,8 @@ struct Section {
   Json (*dump)(Device& device);
   /// The key under which the entries of a list name their object; empty for other sections.
   std::string_view identifier = {};
+  /// The key under which an entry lists objects of its own, which name themselves likewise; empty for others.
+  std::string_view inner = {};
 };
 
 /// In the order in which a snapshot is loaded and dumped, whatever the order in the text: objects are deleted

@@ -44,19 +44,38 @@ void requireKnownKeys(const JsonNode& snapshot) {
 
 /// The identifiers that the snapshot chooses are kept free for it: an entry without one, or a folder that is
 /// made on the way, gets another.
+class Reservation {
+ public:
+  explicit Reservation(ObjectStore& store) : store_(store) {}
+
+  /// `identifier` and `inner` are a section's.
+  void reserve(const JsonNode& list, std::string_view identifier, std::string_view inner) {
+    list.forEachElement([&](const JsonNode& entry) {
+      reserveOne(entry, identifier);
+      const auto objects = inner.empty() ? std::nullopt : entry.member(inner);
+      if (objects && !objects->isNull()) reserve(*objects, identifier, {});
+    });
+  }
+
+ private:
+  void reserveOne(const JsonNode& entry, std::string_view identifier) {
+    const auto oid = readIdentifier(entry, identifier);
+    if (!oid) return;
+    if (!seen_.insert(*oid).second) {
+      requireMember(entry, identifier).refuse("identifier of another entry as well");
+    }
+    store_.reserve(*oid);
+  }
+
+  ObjectStore& store_;
+  std::unordered_set<Oid> seen_;
+};
+
 void reserveIdentifiers(ObjectStore& store, const JsonNode& snapshot) {
-  std::unordered_set<Oid> seen;
+  Reservation reservation(store);
   for (const Section& section : sections()) {
     const auto list = snapshot.member(section.key);
-    if (!list || section.identifier.empty()) continue;
-    list->forEachElement([&](const JsonNode& entry) {
-      const auto oid = readIdentifier(entry, section.identifier);
-      if (!oid) return;
-      if (!seen.insert(*oid).second) {
-        requireMember(entry, section.identifier).refuse("identifier of another entry as well");
-      }
-      store.reserve(*oid);
-    });
+    if (list && !section.identifier.empty()) reservation.reserve(*list, section.identifier, section.inner);
   }
 }
 

@@ -23,8 +23,11 @@ constexpr double kMillisecondsPerDay = 86'400'000;
 /// A 0 stands for a digit.
 constexpr std::string_view kForm = "0000-00-00T00:00:00.000";
 
-bool hasForm(std::string_view text) {
-  return std::ranges::equal(text, kForm,
+/// The ticks of a millisecond, and the end.
+constexpr std::string_view kRestForm = "0000Z";
+
+bool hasForm(std::string_view text, std::string_view wanted) {
+  return std::ranges::equal(text, wanted,
                             [](char c, char form) { return form == '0' ? c >= '0' && c <= '9' : c == form; });
 }
 
@@ -36,7 +39,7 @@ int numberAt(std::string_view text, std::size_t position, std::size_t length) {
 
 std::optional<Moment> parse(std::string_view text) {
   using namespace std::chrono;
-  if (!hasForm(text)) return std::nullopt;
+  if (!hasForm(text, kForm)) return std::nullopt;
   const year_month_day date{year(numberAt(text, 0, 4)), month(static_cast<unsigned>(numberAt(text, 5, 2))),
                             day(static_cast<unsigned>(numberAt(text, 8, 2)))};
   const int hour = numberAt(text, 11, 2);
@@ -79,6 +82,25 @@ std::optional<double> parseLocal(std::string_view text) {
 
 std::string utcText(Ticks time) {
   return toText(kTicksEpoch + milliseconds(time / kTicksPerMillisecond)) + 'Z';
+}
+
+std::optional<std::string> preciseUtcText(Ticks time) {
+  constexpr sys_days kYear10000 = sys_days(std::chrono::year(10000) / 1 / 1);
+  const auto end = milliseconds(kYear10000 - kTicksEpoch).count() * kTicksPerMillisecond;
+  if (time < 0 || time >= end) return std::nullopt;
+  std::string rest = std::to_string(kTicksPerMillisecond + time % kTicksPerMillisecond);
+  rest.front() = 'Z';
+  std::ranges::rotate(rest, rest.begin() + 1);
+  std::string text = utcText(time);
+  text.pop_back();
+  return text + rest;
+}
+
+std::optional<Ticks> parsePreciseUtc(std::string_view text) {
+  const std::string_view rest = text.substr(std::min(text.size(), kForm.size()));
+  if (rest.size() != kRestForm.size() || !hasForm(rest, kRestForm)) return std::nullopt;
+  const auto time = parseUtc(std::string(text.substr(0, kForm.size())) + 'Z');
+  return time ? std::optional(*time + numberAt(rest, 0, kRestForm.size() - 1)) : std::nullopt;
 }
 
 std::optional<Ticks> parseUtc(std::string_view text) {

@@ -20,4 +20,9 @@ std::string utcText(Ticks time);
 /// Nothing for any other form, for a date that does not exist, or one before 1601.
 std::optional<Ticks> parseUtc(std::string_view text);
 
+/// As utcText with seven digits behind the seconds, so that nothing is dropped. Nothing for a time whose year
+/// has not four digits, and parsePreciseUtc as parseUtc.
+std::optional<std::string> preciseUtcText(Ticks time);
+std::optional<Ticks> parsePreciseUtc(std::string_view text);
+
 }  // namespace emulator

@@ -1,4 +1,4 @@
-// "databases" and "mail": known, but this version of the emulated device has no store for them.
+// "mail": known, but this version of the emulated device has no store for it.
 #include <algorithm>
 #include <array>
 
@@ -9,26 +9,17 @@ namespace {
 
 constexpr std::array kMailFolders{"Inbox", "Outbox", "Sent Items", "Drafts", "Deleted Items"};
 
-void requireEmpty(const JsonNode& list, const char* what) {
-  list.forEachElement([what](const JsonNode& entry) {
-    entry.refuse(std::string(what) + " are not supported by this version");
-  });
+void requireEmpty(const JsonNode& list) {
+  list.forEachElement(
+      [](const JsonNode& entry) { entry.refuse("messages are not supported by this version"); });
 }
 
 }  // namespace
 
-void loadDatabases(Device&, const JsonNode& node) {
-  requireEmpty(node, "databases");
-}
-
-Json dumpDatabases(Device&) {
-  return Json::array();
-}
-
 void loadMail(Device&, const JsonNode& node) {
   node.forEachMember([](std::string_view folder, const JsonNode& messages) {
     if (std::ranges::find(kMailFolders, folder) == kMailFolders.end()) messages.refuse("unknown key");
-    requireEmpty(messages, "messages");
+    requireEmpty(messages);
   });
 }
 

@@ -61,7 +61,7 @@ LONG Registry::queryValue(HKEY key, std::u16string_view name, DWORD* type, BYTE*
   const auto id = idOf(key);
   if (!id) return result(ERROR_INVALID_HANDLE);
   if (data != nullptr && size == nullptr) return result(ERROR_INVALID_PARAMETER);
-  const auto value = valueOf(*id, name);
+  const auto value = get(*id, name);
   if (!value) return result(ERROR_FILE_NOT_FOUND);
   if (type != nullptr) *type = value->type;
   if (size == nullptr) return result(ERROR_SUCCESS);
@@ -75,7 +75,7 @@ LONG Registry::queryValue(HKEY key, std::u16string_view name, DWORD* type, BYTE*
 LONG Registry::setValue(HKEY key, std::u16string_view name, DWORD type, ByteView data) {
   const auto id = idOf(key);
   if (!id) return result(ERROR_INVALID_HANDLE);
-  store(*id, {std::u16string(name), type, Bytes(data.begin(), data.end())});
+  put(*id, {std::u16string(name), type, Bytes(data.begin(), data.end())});
   return result(ERROR_SUCCESS);
 }
 
@@ -85,24 +85,20 @@ LONG Registry::closeKey(HKEY key) {
 }
 
 bool Registry::put(std::u16string_view path, const RegistryValue& value) {
-  const auto key = makePath(path);
-  if (key) store(*key, value);
+  const auto key = makeKey(path);
+  if (key) put(*key, value);
   return key.has_value();
 }
 
 bool Registry::remove(std::u16string_view path, std::u16string_view name) {
-  const auto key = makePath(path);
+  const auto key = makeKey(path);
   if (key) connection_.run("DELETE FROM registry_value WHERE key = ? AND folded = ?", *key, foldCase(name));
   return key.has_value();
 }
 
-bool Registry::makeKey(std::u16string_view path) {
-  return makePath(path).has_value();
-}
-
 std::optional<RegistryValue> Registry::get(std::u16string_view path, std::u16string_view name) {
   const auto key = descend(kTop, path);
-  return key ? valueOf(*key, name) : std::nullopt;
+  return key ? get(*key, name) : std::nullopt;
 }
 
 std::vector<RegistryKey> Registry::contents() {
@@ -130,7 +126,7 @@ std::optional<Registry::KeyId> Registry::descend(KeyId from, std::u16string_view
   return key;
 }
 
-std::optional<Registry::KeyId> Registry::makePath(std::u16string_view path) {
+std::optional<Registry::KeyId> Registry::makeKey(std::u16string_view path) {
   if (hasEmptyPart(path)) return std::nullopt;
   const auto root = child(kTop, takePart(path));
   if (!root) return std::nullopt;
@@ -151,14 +147,14 @@ Registry::KeyId Registry::makeChild(KeyId parent, std::u16string_view name) {
   return row.get<KeyId>(0);
 }
 
-std::optional<RegistryValue> Registry::valueOf(KeyId key, std::u16string_view name) {
+std::optional<RegistryValue> Registry::get(KeyId key, std::u16string_view name) {
   Cursor row = connection_.query("SELECT name, type, data FROM registry_value WHERE key = ? AND folded = ?",
                                  key, foldCase(name));
   if (!row.next()) return std::nullopt;
   return RegistryValue{row.get<std::u16string>(0), row.get<DWORD>(1), row.get<Bytes>(2)};
 }
 
-void Registry::store(KeyId key, const RegistryValue& value) {
+void Registry::put(KeyId key, const RegistryValue& value) {
   connection_.run(
       "INSERT INTO registry_value (key, name, folded, type, data) VALUES (?, ?, ?, ?, ?)"
       " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data",

@@ -45,8 +45,12 @@ class Registry {
   bool put(std::u16string_view path, const RegistryValue& value);
   /// Removes a value, if it is there. False as for `put`.
   bool remove(std::u16string_view path, std::u16string_view name);
-  /// Makes the key alone. False as for `put`.
-  bool makeKey(std::u16string_view path);
+  /// What a key is called in the device file. Good until the work that made the key is undone.
+  using KeyId = std::int64_t;
+  /// Makes the key alone. Nothing where `put` is false.
+  std::optional<KeyId> makeKey(std::u16string_view path);
+  void put(KeyId key, const RegistryValue& value);
+  std::optional<RegistryValue> get(KeyId key, std::u16string_view name);
   /// The value of a key by its full path.
   std::optional<RegistryValue> get(std::u16string_view path, std::u16string_view name);
   /// Every key but the predefined ones that hold no value, a key before those below it, in the order of the
@@ -54,15 +58,10 @@ class Registry {
   std::vector<RegistryKey> contents();
 
  private:
-  using KeyId = std::int64_t;
-
   std::optional<KeyId> idOf(HKEY key) const;
   std::optional<KeyId> child(KeyId parent, std::u16string_view name);
   std::optional<KeyId> descend(KeyId from, std::u16string_view path);
-  std::optional<KeyId> makePath(std::u16string_view path);
   KeyId makeChild(KeyId parent, std::u16string_view name);
-  std::optional<RegistryValue> valueOf(KeyId key, std::u16string_view name);
-  void store(KeyId key, const RegistryValue& value);
   std::vector<RegistryValue> valuesOf(KeyId key);
   void collect(KeyId parent, const std::u16string& path, std::vector<RegistryKey>& keys);
 

@@ -29,6 +29,9 @@ std::vector<Refusal> readRefusals() {
 constexpr const char* kDevice = R"({
   "files": [{"path": "\\My Documents\\a.txt", "oid": 900, "data": "AAEC"},
             {"path": "\\Box", "oid": 901, "directory": true}],
+  "databases": [{"name": "\\Log", "oid": 910, "sort": [{"property": "0x12020003", "flags": 1}],
+                 "records": [{"oid": 911, "properties": [["0x12020003", 1]]},
+                             {"oid": 912, "properties": [["0x12020003", 1]]}]}],
   "contacts": [{"Oid": 17, "FirstName": "Ann"}],
   "appointments": [{"Oid": 18, "Subject": "Series",
                     "Start": "2005-03-14T09:00:00.000", "End": "2005-03-14T10:00:00.000",
