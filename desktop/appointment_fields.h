@@ -1,28 +1,14 @@
-// The fields of a calendar entry: their numbers on the wire, their names for people, and where the value is
-// held.
+// The fields of a calendar entry's record.
 #pragma once
 
 #include <array>
-#include <string_view>
-#include <variant>
 
 #include "desktop/appointment.h"
+#include "desktop/record_field.h"
 
 namespace desktop {
 
-using TextMember = std::u16string Appointment::*;
-using NumberMember = std::uint32_t Appointment::*;
-using FlagMember = bool Appointment::*;
-using TimeMember = LocalTime Appointment::*;
-
-struct AppointmentField {
-  std::uint32_t tag;
-  std::string_view name;
-  /// The member's type says how the value travels: as text, u32 or time; a flag as u32.
-  std::variant<TextMember, NumberMember, FlagMember, TimeMember> member;
-  /// What a flag that is set is sent as. The device sends 1 for each of them.
-  std::uint32_t setFlag = 1;
-};
+using AppointmentField = RecordField<Appointment>;
 
 /// The device stores the low half of some flags as it gets it, and takes all ones for true.
 inline constexpr std::uint32_t kDeviceTrue = 0xFFFF;
@@ -41,8 +27,5 @@ inline constexpr std::array kAppointmentFields{
     AppointmentField{3, "categories", &Appointment::categories},
     AppointmentField{9, "body", &Appointment::body},
 };
-
-/// The recurrence block, which the exception records follow.
-inline constexpr std::uint32_t kRecurrenceTag = 19;
 
 }  // namespace desktop

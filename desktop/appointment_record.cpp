@@ -1,48 +1,23 @@
 #include "desktop/appointment_record.h"
 
-#include <bitset>
-
 #include "desktop/all_day_end.h"
 #include "desktop/appointment_fields.h"
 #include "desktop/device_error.h"
 #include "desktop/exception_record.h"
 #include "desktop/local_time.h"
-#include "desktop/overloaded.h"
 #include "desktop/recurrence_block.h"
 
 namespace desktop {
 
 namespace {
 
-void writeField(WireWriter& writer, const AppointmentField& field, const Appointment& appointment) {
-  writer.number(field.tag);
-  std::visit(Overloaded{
-                 [&](TextMember text) { writer.text(appointment.*text); },
-                 [&](NumberMember number) { writer.number(appointment.*number); },
-                 [&](FlagMember flag) { writer.number(appointment.*flag ? field.setFlag : 0); },
-                 [&](TimeMember time) {
-                   const bool isEnd = time == &Appointment::end;
-                   writer.time(isEnd ? endToSend(appointment) : appointment.*time);
-                 },
-             },
-             field.member);
-}
+constexpr std::string_view kSingular = "appointment";
 
-LocalTime readTime(WireReader& reader, std::string_view name) {
-  const LocalTime time = noneIfNoDate(reader.time());
-  if (!isNone(time) && !isValid(time))
-    throw ProtocolError("an appointment has no valid " + std::string(name));
-  return time;
-}
-
-void readField(WireReader& reader, const AppointmentField& field, Appointment& appointment) {
-  std::visit(Overloaded{
-                 [&](TextMember text) { appointment.*text = reader.text(); },
-                 [&](NumberMember number) { appointment.*number = reader.number(); },
-                 [&](FlagMember flag) { appointment.*flag = reader.number() != 0; },
-                 [&](TimeMember time) { appointment.*time = readTime(reader, field.name); },
-             },
-             field.member);
+/// The entry as it travels: an all-day one's end is sent in a form of its own.
+Appointment inWireForm(const Appointment& appointment) {
+  Appointment sent = appointment;
+  sent.end = endToSend(appointment);
+  return sent;
 }
 
 void readRecurrence(WireReader& reader, Appointment& appointment) {
@@ -55,28 +30,6 @@ void readRecurrence(WireReader& reader, Appointment& appointment) {
   appointment.exceptions.clear();
   for (std::uint32_t i = 0; i < block.exceptionCount; ++i) {
     appointment.exceptions.push_back(readException(reader));
-  }
-}
-
-/// Which of the fields a record had, by their place in the table.
-using Seen = std::bitset<kAppointmentFields.size()>;
-
-void readTagged(WireReader& reader, Appointment& appointment, Seen& seen) {
-  const std::uint32_t tag = reader.number();
-  if (tag == kRecurrenceTag) return readRecurrence(reader, appointment);
-  for (std::size_t i = 0; i < kAppointmentFields.size(); ++i) {
-    if (kAppointmentFields[i].tag != tag) continue;
-    seen.set(i);
-    return readField(reader, kAppointmentFields[i], appointment);
-  }
-  throw ProtocolError("an appointment has no field " + std::to_string(tag));
-}
-
-void expectAll(const Seen& seen, std::uint32_t oid) {
-  for (std::size_t i = 0; i < kAppointmentFields.size(); ++i) {
-    if (seen[i]) continue;
-    throw ProtocolError("appointment " + std::to_string(oid) + " came without its " +
-                        std::string(kAppointmentFields[i].name));
   }
 }
 
@@ -102,17 +55,6 @@ void dropAllDayNoDate(Appointment& appointment) {
   if (isNone(noneIfNoDate(addDays(appointment.end, 1)))) appointment.end = {};
 }
 
-void expectHeader(WireReader& reader, std::uint32_t oid) {
-  const std::uint8_t result = reader.byte();
-  reader.byte();
-  const std::uint32_t sent = reader.number();
-  if (result != 1 || sent != oid) {
-    throw ProtocolError("appointment " + std::to_string(oid) +
-                        " was asked for, the device sends a record of " + std::to_string(sent) +
-                        " with result " + std::to_string(result));
-  }
-}
-
 }  // namespace
 
 Bytes clearingRecord() {
@@ -122,9 +64,10 @@ Bytes clearingRecord() {
 }
 
 Bytes writeAppointment(const Appointment& appointment) {
+  const Appointment sent = inWireForm(appointment);
   WireWriter writer;
   writer.number(static_cast<std::uint32_t>(kAppointmentFields.size() + (appointment.recurrence ? 1 : 0)));
-  for (const AppointmentField& field : kAppointmentFields) writeField(writer, field, appointment);
+  for (const AppointmentField& field : kAppointmentFields) writeField(writer, field, sent);
   if (appointment.recurrence) {
     writer.number(kRecurrenceTag);
     writeRecurrenceBlock(writer, *appointment.recurrence,
@@ -137,12 +80,12 @@ Bytes writeAppointment(const Appointment& appointment) {
 }
 
 Appointment readAppointment(WireReader& reader, std::uint32_t oid) {
-  expectHeader(reader, oid);
-  Appointment appointment;
-  appointment.oid = oid;
-  Seen seen;
-  for (int fields = reader.byte(); fields > 0; --fields) readTagged(reader, appointment, seen);
-  expectAll(seen, oid);
+  const auto readOther = [](WireReader& rest, std::uint32_t tag, Appointment& appointment) {
+    if (tag != kRecurrenceTag) return false;
+    readRecurrence(rest, appointment);
+    return true;
+  };
+  auto appointment = readRecord<Appointment>(reader, kSingular, oid, kAppointmentFields, readOther);
   dropAllDayNoDate(appointment);
   dropInherited(appointment);
   return appointment;

@@ -1,4 +1,4 @@
-// Calendar files (iCalendar, RFC 5545) to and from the desktop's calendar entries.
+// Calendar files (iCalendar, RFC 5545) to and from the desktop's calendar entries and tasks.
 //
 // The device keeps local wall-clock times without a zone, so the zone of this computer (TZ, else the
 // system's) stands for the device's: times of other zones are converted to it, floating times pass as they
@@ -11,26 +11,29 @@
 #include <vector>
 
 #include "desktop/appointment.h"
+#include "desktop/file_item.h"
+#include "desktop/task.h"
 
 namespace desktop {
 
-/// An item that was not taken.
-struct CalendarProblem {
-  std::string
-      where;  ///< "file.ics:12: UID", the line being the item's BEGIN; without the UID when it has none
-  std::string what;
-};
-
 struct CalendarEntry {
   std::string uid;    ///< empty when the file gives none
-  std::string where;  ///< as in CalendarProblem
+  std::string where;  ///< as in FileProblem
   Appointment appointment;
   std::vector<std::string> notes;  ///< what was left out or adapted, one sentence each
 };
 
+struct CalendarTask {
+  std::string uid;    ///< empty when the file gives none
+  std::string where;  ///< as in FileProblem
+  Task task;
+  std::vector<std::string> notes;  ///< what was left out or adapted, one sentence each
+};
+
 struct CalendarFile {
-  std::vector<CalendarEntry> entries;     ///< in the file's order; a series is one entry with its exceptions
-  std::vector<CalendarProblem> problems;  ///< likewise; those of changed occurrences with their series
+  std::vector<CalendarEntry> entries;  ///< in the file's order; a series is one entry with its exceptions
+  std::vector<CalendarTask> tasks;     ///< in the file's order
+  std::vector<FileProblem> problems;   ///< likewise; those of changed occurrences with their series
 };
 
 /// Reads UTF-8 text, with or without a byte-order mark, lines ending in CRLF or LF. Line ends within a
@@ -42,5 +45,8 @@ CalendarFile readCalendar(std::string_view text, const std::string& fileName);
 /// Throws std::invalid_argument for an entry without a start, and when the recurrence holds numbers that make
 /// no rule.
 std::string writeCalendar(const Appointment& appointment, const std::string& uid);
+
+/// One task, likewise. Throws std::invalid_argument only for a recurrence that makes no rule.
+std::string writeCalendar(const Task& task, const std::string& uid);
 
 }  // namespace desktop

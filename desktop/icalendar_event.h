@@ -2,7 +2,6 @@
 #pragma once
 
 #include <libical/ical.h>
-#include <string>
 
 #include "desktop/appointment.h"
 #include "desktop/icalendar_notes.h"
@@ -17,13 +16,5 @@ struct CalendarEvent {
 
 /// Throws ItemRefused when the event has no times that make sense, or a text that is no UTF-8.
 CalendarEvent readEvent(icalcomponent& event, const ZoneTable& zones, bool repeats, Notes& notes);
-
-/// Throws ItemRefused when the parser dropped a property on which the event's time depends.
-void refuseBrokenTimes(icalcomponent& event);
-
-/// Empty when the component has none.
-std::string uidOf(icalcomponent& component);
-
-bool hasProperty(icalcomponent& component, icalproperty_kind kind);
 
 }  // namespace desktop

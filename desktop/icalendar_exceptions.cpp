@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "desktop/icalendar_occurrences.h"
+#include "desktop/icalendar_properties.h"
 #include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_zone.h"
 #include "desktop/local_time.h"
@@ -43,7 +44,7 @@ LocalTime nextMidnight(const LocalTime& time) {
 class ExceptionReader {
  public:
   ExceptionReader(const SeriesInFile& series, const ZoneTable& zones, Notes& notes,
-                  std::vector<CalendarProblem>& problems)
+                  std::vector<FileProblem>& problems)
       : series_(series), zones_(zones), notes_(notes), problems_(problems) {}
 
   std::vector<AppointmentException> read(const std::vector<AppointmentException>& shifted) {
@@ -177,7 +178,7 @@ class ExceptionReader {
   const SeriesInFile& series_;
   const ZoneTable& zones_;
   Notes& notes_;
-  std::vector<CalendarProblem>& problems_;
+  std::vector<FileProblem>& problems_;
   std::map<sys_days, LocalTime> occurrences_;
   std::map<sys_days, AppointmentException> exceptions_;
 };
@@ -186,7 +187,7 @@ class ExceptionReader {
 
 std::vector<AppointmentException> readExceptions(const SeriesInFile& series, const ZoneTable& zones,
                                                  const std::vector<AppointmentException>& shifted,
-                                                 Notes& notes, std::vector<CalendarProblem>& problems) {
+                                                 Notes& notes, std::vector<FileProblem>& problems) {
   return ExceptionReader(series, zones, notes, problems).read(shifted);
 }
 

@@ -15,7 +15,7 @@ namespace desktop {
 /// An event with a RECURRENCE-ID: one occurrence that differs from its series.
 struct ChangedOccurrence {
   icalcomponent* event;
-  std::string where;  ///< as in CalendarProblem
+  std::string where;  ///< as in FileProblem
 };
 
 struct SeriesInFile {
@@ -30,6 +30,6 @@ struct SeriesInFile {
 /// problem; both are left out.
 std::vector<AppointmentException> readExceptions(const SeriesInFile& series, const ZoneTable& zones,
                                                  const std::vector<AppointmentException>& shifted,
-                                                 Notes& notes, std::vector<CalendarProblem>& problems);
+                                                 Notes& notes, std::vector<FileProblem>& problems);
 
 }  // namespace desktop

@@ -1,4 +1,4 @@
-// Reading calendar files: which events belong together, and what becomes of each.
+// Reading calendar files: which events belong together, and what becomes of each and of the tasks.
 #include <map>
 #include <utility>
 
@@ -8,20 +8,23 @@
 #include "desktop/icalendar_exceptions.h"
 #include "desktop/icalendar_handles.h"
 #include "desktop/icalendar_notes.h"
+#include "desktop/icalendar_properties.h"
 #include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_series.h"
+#include "desktop/icalendar_task.h"
 #include "desktop/icalendar_zone.h"
 
 namespace desktop {
 namespace {
 
-struct FileItem {
+struct ParsedItem {
   CalendarBlock block;
   ComponentHandle component;  ///< null when the parser made nothing of it
   std::string uid;
   std::string where;
-  std::string fault;  ///< why it is no event to look at; empty when it is one
+  std::string fault;  ///< why it is no item to look at; empty when it is one
 
+  bool isTask() const { return block.kind == "VTODO"; }
   bool isChange() const { return hasProperty(*component, ICAL_RECURRENCEID_PROPERTY); }
 };
 
@@ -46,7 +49,7 @@ class CalendarReader {
       if (block.complete) zones_.add(std::move(component));
       return;
     }
-    FileItem item{std::move(block), std::move(component), {}, {}, {}};
+    ParsedItem item{std::move(block), std::move(component), {}, {}, {}};
     if (item.component) item.uid = uidOf(*item.component);
     item.where =
         fileName_ + ":" + std::to_string(item.block.line) + (item.uid.empty() ? "" : ": " + item.uid);
@@ -55,7 +58,7 @@ class CalendarReader {
 
   CalendarFile read() {
     group();
-    for (const FileItem& item : items_) {
+    for (const ParsedItem& item : items_) {
       if (!item.fault.empty()) {
         refuse(item, item.fault);
       } else if (!isWithItsSeries(item)) {
@@ -67,20 +70,23 @@ class CalendarReader {
 
  private:
   struct Group {
-    const FileItem* master = nullptr;
+    const ParsedItem* master = nullptr;
     std::vector<ChangedOccurrence> changes;
   };
 
-  void refuse(const FileItem& item, std::string why) {
+  /// A task and an event may have the same UID.
+  static std::string keyOf(const ParsedItem& item) { return item.block.kind + item.uid; }
+
+  void refuse(const ParsedItem& item, std::string why) {
     file_.problems.push_back({item.where, std::move(why)});
   }
 
   /// Finds the events of one UID, and what is no event at all.
   void group() {
-    for (FileItem& item : items_) {
+    for (ParsedItem& item : items_) {
       item.fault = faultOf(item);
       if (!item.fault.empty() || item.uid.empty()) continue;
-      Group& group = groups_[item.uid];
+      Group& group = groups_[keyOf(item)];
       if (item.isChange()) {
         group.changes.push_back({item.component.get(), item.where});
       } else if (group.master == nullptr) {
@@ -92,23 +98,28 @@ class CalendarReader {
     }
   }
 
-  static std::string faultOf(const FileItem& item) {
-    if (item.block.kind != "VEVENT") return item.block.kind + " is no calendar entry";
-    if (!item.block.complete || !item.component)
-      return "the event isn't closed: END:VEVENT is missing or misplaced";
-    return {};
+  static std::string faultOf(const ParsedItem& item) {
+    const std::string& kind = item.block.kind;
+    if (kind != "VEVENT" && !item.isTask()) return kind + " is no calendar entry";
+    if (item.block.complete && item.component) return {};
+    const std::string name = item.isTask() ? "task" : "event";
+    return "the " + name + " isn't closed: END:" + kind + " is missing or misplaced";
   }
 
-  bool isWithItsSeries(const FileItem& item) const {
-    const auto group = groups_.find(item.uid);
+  bool isWithItsSeries(const ParsedItem& item) const {
+    const auto group = groups_.find(keyOf(item));
     return item.isChange() && group != groups_.end() && group->second.master != nullptr;
   }
 
-  void attempt(const FileItem& item) {
+  void attempt(const ParsedItem& item) {
     const std::vector<ChangedOccurrence> changes =
-        item.uid.empty() || item.isChange() ? std::vector<ChangedOccurrence>() : groups_[item.uid].changes;
+        item.uid.empty() || item.isChange() ? std::vector<ChangedOccurrence>() : groups_[keyOf(item)].changes;
     try {
-      file_.entries.push_back(entryOf(item, changes));
+      if (item.isTask()) {
+        takeTask(item, changes);
+      } else {
+        file_.entries.push_back(entryOf(item, changes));
+      }
     } catch (const ItemRefused& refusal) {
       refuse(item, refusal.what());
       for (const ChangedOccurrence& change : changes) {
@@ -117,7 +128,7 @@ class CalendarReader {
     }
   }
 
-  CalendarEntry entryOf(const FileItem& item, const std::vector<ChangedOccurrence>& changes) {
+  CalendarEntry entryOf(const ParsedItem& item, const std::vector<ChangedOccurrence>& changes) {
     icalcomponent& event = *item.component;
     refuseBrokenTimes(event);
     checkRepetition(event);
@@ -132,10 +143,27 @@ class CalendarReader {
     } else if (!changes.empty()) {
       notes.add("changed occurrences are dropped: the entry doesn't repeat");
     }
+    noteOrigin(item, notes);
+    return {item.uid, item.where, std::move(appointment), notes.take()};
+  }
+
+  void takeTask(const ParsedItem& item, const std::vector<ChangedOccurrence>& changes) {
+    icalcomponent& todo = *item.component;
+    refuseBrokenTimes(todo);
+    checkRepetition(todo);
+    Notes notes;
+    Task task = readTodo(todo, zones_, notes);
+    noteOrigin(item, notes);
+    file_.tasks.push_back({item.uid, item.where, std::move(task), notes.take()});
+    for (const ChangedOccurrence& change : changes) {
+      file_.problems.push_back({change.where, "a changed occurrence of a task can't be held by the device"});
+    }
+  }
+
+  static void noteOrigin(const ParsedItem& item, Notes& notes) {
     if (item.uid.empty()) notes.add("the entry has no UID");
     if (item.isChange())
       notes.add("one occurrence of a series that isn't in the file; taken as an entry of its own");
-    return {item.uid, item.where, std::move(appointment), notes.take()};
   }
 
   void addSeries(const SeriesInFile& series, Appointment& appointment, Notes& notes) {
@@ -150,7 +178,7 @@ class CalendarReader {
 
   std::string fileName_;
   ZoneTable zones_;
-  std::vector<FileItem> items_;
+  std::vector<ParsedItem> items_;
   std::map<std::string, Group> groups_;
   CalendarFile file_;
 };

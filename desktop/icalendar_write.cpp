@@ -2,38 +2,14 @@
 #include <stdexcept>
 
 #include "desktop/icalendar.h"
-#include "desktop/icalendar_alarm.h"
 #include "desktop/icalendar_busy.h"
+#include "desktop/icalendar_components.h"
 #include "desktop/icalendar_handles.h"
-#include "desktop/icalendar_rule.h"
 #include "desktop/icalendar_text.h"
-#include "desktop/icalendar_zone.h"
 #include "desktop/local_time.h"
-#include "desktop/text.h"
 
 namespace desktop {
 namespace {
-
-constexpr const char* kProducer = "-//qorv-sync//EN";
-
-/// Every event must tell when it was written. The device keeps no such time, and an unchanged entry must give
-/// an unchanged file, so the stamp is always the same.
-constexpr const char* kStamp = "19700101T000000Z";
-
-/// An alarm must have a text; this one stands in for an entry without a subject.
-constexpr const char* kNamelessAlarm = "Reminder";
-
-std::string fileText(const std::u16string& text) {
-  return toUtf8(withFileLineEnds(text));
-}
-
-void add(icalcomponent& event, icalproperty* property) {
-  icalcomponent_add_property(&event, property);
-}
-
-icaltimetype fileTime(const LocalTime& time, bool allDay) {
-  return allDay ? dateOf(time) : floatingOf(time);
-}
 
 /// When the series' own entry of that day begins.
 LocalTime occurrenceStart(const Appointment& series, const LocalTime& day) {
@@ -42,17 +18,6 @@ LocalTime occurrenceStart(const Appointment& series, const LocalTime& day) {
   start.month = day.month;
   start.day = day.day;
   return start;
-}
-
-void addRule(icalcomponent& event, const Recurrence& recurrence, bool allDay) {
-  const std::string text = ruleText(recurrence, allDay);
-  const icalrecurrencetype rule = icalrecurrencetype_from_string(text.c_str());
-  if (rule.freq == ICAL_NO_RECURRENCE) throw std::invalid_argument("no recurrence rule: " + text);
-  add(event, icalproperty_new_rrule(rule));
-}
-
-void addText(icalcomponent& event, icalproperty* (*make)(const char*), const std::u16string& text) {
-  if (!text.empty()) add(event, make(fileText(text).c_str()));
 }
 
 void addTexts(icalcomponent& event, const Appointment& appointment) {
@@ -64,38 +29,38 @@ void addTexts(icalcomponent& event, const Appointment& appointment) {
 }
 
 void addBusyStatus(icalcomponent& event, std::uint32_t status) {
-  add(event, icalproperty_new_transp(status == kFree ? ICAL_TRANSP_TRANSPARENT : ICAL_TRANSP_OPAQUE));
+  addProperty(event, icalproperty_new_transp(status == kFree ? ICAL_TRANSP_TRANSPARENT : ICAL_TRANSP_OPAQUE));
   if (status >= kBusyNames.size()) return;
   icalproperty* property = icalproperty_new_x(kBusyNames[status]);
   icalproperty_set_x_name(property, kBusyProperty);
-  add(event, property);
+  addProperty(event, property);
 }
 
 void addReminder(icalcomponent& event, const Appointment& appointment) {
   if (!appointment.reminderSet) return;
-  const std::string subject = fileText(appointment.subject);
-  ComponentHandle alarm = makeAlarm(appointment.reminderMinutes, subject.empty() ? kNamelessAlarm : subject);
-  icalcomponent_add_component(&event, alarm.release());
+  icaltriggertype trigger{};
+  trigger.time = icaltime_null_time();
+  trigger.duration.is_neg = appointment.reminderMinutes > 0;
+  // In minutes throughout: a day before would be another moment when the clock changes.
+  trigger.duration.minutes = appointment.reminderMinutes;
+  addAlarm(event, icalproperty_new_trigger(trigger), appointment.subject);
 }
 
 ComponentHandle newEvent(const std::string& uid) {
-  ComponentHandle event(icalcomponent_new_vevent());
-  add(*event, icalproperty_new_uid(uid.c_str()));
-  add(*event, icalproperty_new_dtstamp(icaltime_from_string(kStamp)));
-  return event;
+  return newItem(icalcomponent_new_vevent(), uid);
 }
 
 /// `end` is the file's: for an all-day entry the day after the last one. An event may be without an end, never
 /// without a start.
 void addSpan(icalcomponent& event, const Appointment& appointment, const LocalTime& end) {
   if (isNone(appointment.start)) throw std::invalid_argument("has no start");
-  add(event, icalproperty_new_dtstart(fileTime(appointment.start, appointment.allDay)));
-  if (!isNone(end)) add(event, icalproperty_new_dtend(fileTime(end, appointment.allDay)));
+  addProperty(event, icalproperty_new_dtstart(fileTime(appointment.start, appointment.allDay)));
+  if (!isNone(end)) addProperty(event, icalproperty_new_dtend(fileTime(end, appointment.allDay)));
 }
 
 void addContents(icalcomponent& event, const Appointment& appointment) {
   addTexts(event, appointment);
-  if (appointment.isPrivate) add(event, icalproperty_new_class(ICAL_CLASS_PRIVATE));
+  addPrivacy(event, appointment.isPrivate);
   addBusyStatus(event, appointment.busyStatus);
   addReminder(event, appointment);
 }
@@ -104,7 +69,7 @@ void addDeletedDates(icalcomponent& event, const Appointment& appointment) {
   for (const AppointmentException& exception : appointment.exceptions) {
     if (!exception.deleted) continue;
     const LocalTime start = occurrenceStart(appointment, exception.originalDate);
-    add(event, icalproperty_new_exdate(fileTime(start, appointment.allDay)));
+    addProperty(event, icalproperty_new_exdate(fileTime(start, appointment.allDay)));
   }
 }
 
@@ -138,8 +103,8 @@ ComponentHandle changedEvent(const Appointment& series, const AppointmentExcepti
                              const std::string& uid) {
   const Appointment entry = changedEntry(series, exception);
   ComponentHandle event = newEvent(uid);
-  add(*event, icalproperty_new_recurrenceid(
-                  fileTime(occurrenceStart(series, exception.originalDate), series.allDay)));
+  addProperty(*event, icalproperty_new_recurrenceid(
+                          fileTime(occurrenceStart(series, exception.originalDate), series.allDay)));
   addSpan(*event, entry, entry.end);
   addContents(*event, entry);
   return event;
@@ -148,9 +113,7 @@ ComponentHandle changedEvent(const Appointment& series, const AppointmentExcepti
 }  // namespace
 
 std::string writeCalendar(const Appointment& appointment, const std::string& uid) {
-  const ComponentHandle calendar(icalcomponent_new_vcalendar());
-  add(*calendar, icalproperty_new_version("2.0"));
-  add(*calendar, icalproperty_new_prodid(kProducer));
+  const ComponentHandle calendar = newCalendar();
   icalcomponent_add_component(calendar.get(), entryEvent(appointment, uid).release());
   if (appointment.recurrence) {
     for (const AppointmentException& exception : appointment.exceptions) {

@@ -8,9 +8,6 @@ namespace {
 
 constexpr std::uint16_t kFirstYear = 1601;
 constexpr std::uint16_t kLastYear = 30827;
-/// What the device says for a date that was never set.
-constexpr std::chrono::year_month_day kNoDate{std::chrono::year(4501), std::chrono::January,
-                                              std::chrono::day(1)};
 
 std::chrono::year_month_day dateOf(const LocalTime& time) {
   return {std::chrono::year(time.year), std::chrono::month(time.month), std::chrono::day(time.day)};
@@ -28,7 +25,7 @@ bool isNone(const LocalTime& time) {
 }
 
 LocalTime noneIfNoDate(const LocalTime& time) {
-  return dateOf(time) == kNoDate ? LocalTime{} : time;
+  return dateOf(time) == dateOf(kNoDateTime) ? LocalTime{} : time;
 }
 
 std::chrono::sys_days dayOf(const LocalTime& time) {

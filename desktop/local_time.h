@@ -14,6 +14,9 @@ bool isValid(const LocalTime& time);
 /// Whether it is the time that stands for none, LocalTime{}.
 bool isNone(const LocalTime& time);
 
+/// How the device spells that there is no date: 1 January 4501.
+inline constexpr LocalTime kNoDateTime{4501, 1, 1};
+
 /// The time as the desktop holds it: the device's two spellings of no date, all zeros and 1 January 4501,
 /// become none.
 LocalTime noneIfNoDate(const LocalTime& time);

@@ -3,6 +3,7 @@
 #include "channel/host_context.h"
 #include "pim/appointment_reader.h"
 #include "pim/appointment_writer.h"
+#include "pim/saved_item.h"
 #include "platform/appointment.h"
 
 namespace qorv {
@@ -13,10 +14,8 @@ CCEAppointments::CCEAppointments()
 bool CCEAppointments::ReadItemRecord(IDispatch* item, DWORD oid) {
   auto& appointment = static_cast<IAppointment&>(*item);
   const DWORD start = beginRecord();
-  AppointmentReader(application(), appointment, oid, *this, recurrence_).read();
-  LONG savedOid = 0;
-  appointment.get_Oid(&savedOid);
-  endRecord(start, static_cast<DWORD>(savedOid));
+  writeAppointmentFields(application(), appointment, oid, *this, recurrence_);
+  endRecord(start, oidOf(appointment));
   return true;
 }
 

@@ -1,13 +1,11 @@
 #include "pim/appointment_writer.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "pim/appointment.h"
-#include "pim/date_conversion.h"
 #include "pim/exceptions.h"
-#include "pim/long_body.h"
 #include "pim/recurrence.h"
+#include "pim/saved_item.h"
 #include "platform/errors.h"
 #include "platform/windows.h"
 #include "service/item_access.h"
@@ -18,7 +16,7 @@ namespace tag = appointment_tag;
 
 template <HRESULT (IAppointment::*Put)(BSTR)>
 void AppointmentWriter::putText() {
-  const RequestText text = request_.ReadString(record_, position_);
+  const RequestText text = fields_.text();
   (appointment_->*Put)(text.get());
 }
 
@@ -26,45 +24,42 @@ void AppointmentWriter::putText() {
 /// 0xFFFF.
 template <HRESULT (IAppointment::*Put)(VARIANT_BOOL)>
 void AppointmentWriter::putFlag() {
-  (appointment_->*Put)(static_cast<VARIANT_BOOL>(request_.ReadDword(record_, position_)));
+  (appointment_->*Put)(static_cast<VARIANT_BOOL>(fields_.number()));
 }
 
 template <HRESULT (IAppointment::*Put)(LONG)>
 void AppointmentWriter::putNumber() {
-  (appointment_->*Put)(static_cast<LONG>(request_.ReadDword(record_, position_)));
+  (appointment_->*Put)(static_cast<LONG>(fields_.number()));
 }
 
 template <HRESULT (IAppointment::*Put)(DATE)>
 void AppointmentWriter::putTime() {
-  const SYSTEMTIME time = request_.ReadSystemTime(record_, position_, TimeMode::KeepTime);
-  if (const auto date = toDate(application_, time)) (appointment_->*Put)(*date);
+  if (const auto date = fields_.date()) (appointment_->*Put)(*date);
 }
 
 void AppointmentWriter::putSensitivity() {
-  const bool isPrivate = request_.ReadDword(record_, position_) == 1;
+  const bool isPrivate = fields_.number() == 1;
   appointment_->put_Sensitivity(isPrivate ? olPrivate : olNormal);
 }
 
 void AppointmentWriter::putReminderMinutes() {
   const DWORD step = retries_ >= kRetriesBeforeLaterStep ? kLaterReductionStep : kFirstReductionStep;
-  const DWORD minutes = request_.ReadDword(record_, position_) - retries_ * step;
+  const DWORD minutes = fields_.number() - retries_ * step;
   appointment_->put_ReminderMinutesBeforeStart(static_cast<LONG>(minutes));
 }
 
 void AppointmentWriter::keepBody() {
-  body_ = request_.ReadString(record_, position_);
-  if (body_.length() < kLongBodyLength) appointment_->put_Body(body_.get());
+  body_ = fields_.text();
+  putShortBody(*appointment_, body_);
 }
 
 void AppointmentWriter::keepRecurrence() {
-  const BYTE* bytes = request_.ReadBytes(record_, position_, kRecurrenceBlockSize);
-  if (!bytes) return;
-  block_.assign(RecurrenceBlock::Bytes(bytes, kRecurrenceBlockSize));
+  if (!fields_.block(block_)) return;
   recurring_ = true;
   exceptions_.clear();
   const DWORD count = block_.number(RecurrenceBlock::kExceptionCount);
-  for (DWORD i = 0; i < count && !request_.requestCut(); ++i) {
-    exceptions_.push_back(readExceptionRecord(request_, record_, position_));
+  for (DWORD i = 0; i < count && !fields_.cut(); ++i) {
+    exceptions_.push_back(readExceptionRecord(fields_));
   }
 }
 
@@ -73,7 +68,6 @@ struct AppointmentWriter::Field {
   void (AppointmentWriter::*read)();
 };
 
-// A tag that is not here has no value: the next word is the next tag.
 const AppointmentWriter::Field AppointmentWriter::kFields[] = {
     {tag::kSubject, &AppointmentWriter::putText<&IAppointment::put_Subject>},
     {tag::kLocation, &AppointmentWriter::putText<&IAppointment::put_Location>},
@@ -91,17 +85,12 @@ const AppointmentWriter::Field AppointmentWriter::kFields[] = {
 
 /// Applies every field to the item in hand. False when the record ends too early.
 bool AppointmentWriter::applyFields() {
-  position_ = 0;
   body_ = {};
   recurring_ = false;
   exceptions_.clear();
-  const DWORD count = request_.ReadDword(record_, position_);
-  for (DWORD i = 0; i < count && !request_.requestCut(); ++i) {
-    const DWORD fieldTag = request_.ReadDword(record_, position_);
-    const auto* field = std::ranges::find(kFields, fieldTag, &Field::tag);
-    if (field != std::ranges::end(kFields)) (this->*field->read)();
-  }
-  return !request_.requestCut();
+  return fields_.walk([this](DWORD fieldTag) {
+    if (const Field* field = findField(kFields, fieldTag)) (this->*field->read)();
+  });
 }
 
 void AppointmentWriter::applyRecurrence() {
@@ -160,10 +149,7 @@ void AppointmentWriter::extendAllDayItem() {
 void AppointmentWriter::finish() {
   extendAllDayItem();
   if (!exceptions_.empty() && pattern_) applyExceptions(application_, *pattern_, exceptions_);
-  LONG oid = 0;
-  appointment_->get_Oid(&oid);
-  header_.oid = static_cast<DWORD>(oid);
-  WriteLongBody(application_, body_.get(), oid);
+  finishSaved(application_, *appointment_, body_, header_);
 }
 
 bool AppointmentWriter::write(IAppointment& appointment) {

@@ -3,9 +3,9 @@
 
 #include <vector>
 
-#include "channel/request_reader.h"
 #include "channel/wire.h"
 #include "pim/exception_record.h"
+#include "pim/field_reader.h"
 #include "pim/recurrence_block.h"
 #include "platform/appointment.h"
 #include "platform/outlook.h"
@@ -28,13 +28,13 @@ class AppointmentWriter {
  public:
   AppointmentWriter(IPOutlookApp& application, RequestReader& request, RecurrenceBlock& block,
                     const BYTE* record, ItemReplyHeader& header)
-      : application_(application), request_(request), block_(block), record_(record), header_(header) {}
+      : application_(application), fields_(application, request, record), block_(block), header_(header) {}
 
   /// False when the record was cut short; the item is not saved then. The header gets the saved item's OID.
   bool write(IAppointment& appointment);
 
   /// The bytes of the record that were read.
-  [[nodiscard]] DWORD consumed() const { return position_; }
+  [[nodiscard]] DWORD consumed() const { return fields_.consumed(); }
 
  private:
   struct Field;
@@ -61,14 +61,12 @@ class AppointmentWriter {
   void finish();
 
   IPOutlookApp& application_;
-  RequestReader& request_;
+  FieldReader fields_;
   RecurrenceBlock& block_;
-  const BYTE* record_;
   ItemReplyHeader& header_;
 
   IAppointment* appointment_ = nullptr;  ///< the item in hand: the caller's, or after a retry our own
   ComPtr<IDispatch> obtained_;
-  DWORD position_ = 0;
   DWORD retries_ = 0;
   RequestText body_;
   bool recurring_ = false;

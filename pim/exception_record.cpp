@@ -33,15 +33,15 @@ std::array<BYTE, kExceptionRecordSize> ExceptionRecord::bytes() const {
   return bytes;
 }
 
-ExceptionRecord readExceptionRecord(RequestReader& reader, const BYTE* cursor, DWORD& position) {
+ExceptionRecord readExceptionRecord(FieldReader& fields) {
   ExceptionRecord record;
-  const BYTE* bytes = reader.ReadBytes(cursor, position, kExceptionRecordSize);
+  const BYTE* bytes = fields.bytes(kExceptionRecordSize);
   if (!bytes) return record;
   for (const auto& place : kTimes) record.*place.member = loadSystemTime(bytes + place.offset);
   for (const auto& place : kWords) record.*place.member = loadDword(bytes + place.offset);
   for (const auto& place : kTexts) {
     if (loadDword(bytes + place.offset) == 0) continue;
-    record.*place.member = {true, reader.ReadString(cursor, position).get()};
+    record.*place.member = {true, fields.text().get()};
   }
   return record;
 }

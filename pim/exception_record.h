@@ -20,7 +20,7 @@
 #include <string>
 
 #include "channel/reply_writer.h"
-#include "channel/request_reader.h"
+#include "pim/field_reader.h"
 
 namespace qorv {
 
@@ -51,7 +51,7 @@ struct ExceptionRecord {
 };
 
 /// Reads one record and its texts; what the request lacks is left at zero.
-ExceptionRecord readExceptionRecord(RequestReader& reader, const BYTE* cursor, DWORD& position);
+ExceptionRecord readExceptionRecord(FieldReader& fields);
 
 /// Appends the record and its texts, untagged.
 void writeExceptionRecord(ReplyWriter& writer, const ExceptionRecord& record);

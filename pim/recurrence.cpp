@@ -4,6 +4,7 @@
 #include <array>
 #include <span>
 
+#include "pim/end_kind.h"
 #include "platform/errors.h"
 
 namespace qorv {
@@ -154,6 +155,12 @@ void fillBlock(IPOutlookApp& application, IRecurrencePattern& pattern, Recurrenc
   }
   fillEnd(pattern, block);
   block.setNumber(RecurrenceBlock::kExceptionCount, 0);
+}
+
+void fillItemBlock(IPOutlookApp& application, IRecurrencePattern& pattern, DWORD oid, CEPROPID property,
+                   RecurrenceBlock& block) {
+  fillBlock(application, pattern, block);
+  if (block.endKind() != EndKind::Never) correctEndKind(application, oid, property, block);
 }
 
 }  // namespace qorv

@@ -20,4 +20,9 @@ void applyBlock(IPOutlookApp& application, IRecurrencePattern& pattern, Recurren
 /// Fills the block from the pattern, exception count 0; fields that the type doesn't use stay as they are.
 void fillBlock(IPOutlookApp& application, IRecurrencePattern& pattern, RecurrenceBlock& block);
 
+/// Fills the block from the pattern of a saved item, whose stored recurrence (`property`) corrects the end kind of a
+/// series that ends.
+void fillItemBlock(IPOutlookApp& application, IRecurrencePattern& pattern, DWORD oid, CEPROPID property,
+                   RecurrenceBlock& block);
+
 }  // namespace qorv

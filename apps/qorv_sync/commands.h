@@ -28,7 +28,7 @@ inline constexpr std::array kCommands{
     CommandRow{"info", "Show the device's identity, platform level and item counts", defineInfo},
     CommandRow{"list", "List the device's items of a type", defineList},
     CommandRow{"show", "Show one item in its standard format", defineShow},
-    CommandRow{"push", "Send calendar files to the device", definePush},
+    CommandRow{"push", "Send standard files to the device", definePush},
     CommandRow{"pull", "Write the device's items as standard files", definePull},
     CommandRow{"delete", "Delete items on the device", defineDelete},
     CommandRow{"put", "Copy a file to the device", definePut},

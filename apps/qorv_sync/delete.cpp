@@ -16,7 +16,7 @@ struct Arguments {
 };
 
 void deleteItems(Run& run, const Arguments& arguments) {
-  const desktop::ItemType type = supportedType(arguments.type);
+  const desktop::ItemType type = kindNamed(arguments.type).type;
   desktop::Session& session = run.connect();
   const std::set<std::uint32_t> wanted(arguments.oids.begin(), arguments.oids.end());
   const std::vector<std::uint32_t> oids(wanted.begin(), wanted.end());
@@ -35,7 +35,7 @@ void deleteItems(Run& run, const Arguments& arguments) {
 
 Action defineDelete(CLI::App& command) {
   const auto arguments = std::make_shared<Arguments>();
-  command.add_option("TYPE", arguments->type, "appointments")->required();
+  command.add_option("TYPE", arguments->type, spellKinds())->required();
   command.add_option("OID", arguments->oids, "The items' identifiers")->required();
   return [arguments](Run& run) { deleteItems(run, *arguments); };
 }

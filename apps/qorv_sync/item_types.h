@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "desktop/item_kind.h"
 #include "desktop/wire.h"
 
 namespace qorv_sync {
@@ -11,18 +12,24 @@ namespace qorv_sync {
 struct ItemTypeName {
   desktop::ItemType type;
   const char* name;
-  bool isSupported;  ///< whether this version reads and writes such items
 };
 
+/// All that the protocol knows, whether this version carries them or not.
 inline constexpr std::array kItemTypes{
-    ItemTypeName{desktop::ItemType::Contact, "contacts", false},
-    ItemTypeName{desktop::ItemType::Appointment, "appointments", true},
-    ItemTypeName{desktop::ItemType::Task, "tasks", false},
-    ItemTypeName{desktop::ItemType::Mail, "mail", false},
-    ItemTypeName{desktop::ItemType::Note, "notes", false},
+    ItemTypeName{desktop::ItemType::Contact, "contacts"},
+    ItemTypeName{desktop::ItemType::Appointment, "appointments"},
+    ItemTypeName{desktop::ItemType::Task, "tasks"},
+    ItemTypeName{desktop::ItemType::Mail, "mail"},
+    ItemTypeName{desktop::ItemType::Note, "notes"},
 };
 
-/// Throws InputError for a name that is no type's, and for a type that this version doesn't support.
-desktop::ItemType supportedType(const std::string& name);
+/// Throws InputError for a name that is no type's.
+desktop::ItemType typeNamed(const std::string& name);
+
+/// Throws InputError for a name that is no type's, and for a type that this version doesn't carry.
+const desktop::ItemKind& kindNamed(const std::string& name);
+
+/// "appointments, contacts or tasks": the types that this version carries, for a command's help.
+std::string spellKinds();
 
 }  // namespace qorv_sync

@@ -1,73 +1,83 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <tuple>
 #include <vector>
 
-#include "apps/qorv_sync/appointments.h"
 #include "apps/qorv_sync/commands.h"
 #include "apps/qorv_sync/item_types.h"
-#include "desktop/appointment_json.h"
+#include "apps/qorv_sync/items.h"
 #include "desktop/item_reader.h"
-#include "desktop/local_time.h"
-#include "desktop/recurrence_fields.h"
-#include "desktop/text.h"
 
 namespace qorv_sync {
 
 namespace {
 
-using desktop::Appointment;
+struct Row {
+  std::uint32_t oid;
+  std::vector<std::string> cells;
+};
 
-std::string spellSpan(const Appointment& item) {
-  const auto spell = item.allDay ? desktop::spellDay : desktop::spellTime;
-  char span[64];
-  std::snprintf(span, sizeof span, "%-16s  %-16s", spell(item.start).c_str(), spell(item.end).c_str());
-  return span;
+/// Terminals show one character for each code point of most texts.
+std::size_t widthOf(const std::string& utf8) {
+  return static_cast<std::size_t>(std::count_if(
+      utf8.begin(), utf8.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
 }
 
-std::string spellSubject(const Appointment& item) {
-  std::string text = desktop::toUtf8(item.subject);
-  if (!item.recurrence) return text;
-  text += " (" + std::string(desktop::shapeOf(item.recurrence->type).name);
-  const std::size_t exceptions = item.exceptions.size();
-  if (exceptions > 0) {
-    text += ", " + std::to_string(exceptions) + (exceptions == 1 ? " exception" : " exceptions");
+/// The width of each column but the last, which nothing follows.
+std::vector<std::size_t> widthsOf(const std::vector<Row>& rows, std::span<const char* const> columns) {
+  std::vector<std::size_t> widths;
+  for (std::size_t i = 0; i + 1 < columns.size(); ++i) {
+    widths.push_back(widthOf(columns[i]));
+    for (const Row& row : rows) widths[i] = std::max(widths[i], widthOf(row.cells[i]));
   }
-  return text + ")";
+  return widths;
 }
 
-void sayList(Report& report, std::vector<Appointment>& items) {
-  std::sort(items.begin(), items.end(), [](const Appointment& left, const Appointment& right) {
-    return std::tie(left.start, left.oid) < std::tie(right.start, right.oid);
+template <typename Cells>
+void sayRow(Report& report, const std::string& oid, const Cells& cells,
+            const std::vector<std::size_t>& widths) {
+  char begin[16];
+  std::snprintf(begin, sizeof begin, "%10s", oid.c_str());
+  std::string line = begin;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const std::string cell = cells[i];
+    line += "  " + cell;
+    if (i < widths.size()) line.append(widths[i] - widthOf(cell), ' ');
+  }
+  report.say(line);
+}
+
+void sayList(Report& report, const desktop::ItemKind& kind, std::vector<Row>& rows) {
+  std::sort(rows.begin(), rows.end(), [](const Row& left, const Row& right) {
+    return std::tie(left.cells.front(), left.oid) < std::tie(right.cells.front(), right.oid);
   });
-  if (!items.empty()) report.say("       OID  START             END               SUBJECT");
-  for (const Appointment& item : items) {
-    char oid[16];
-    std::snprintf(oid, sizeof oid, "%10u  ", item.oid);
-    report.say(oid + spellSpan(item) + "  " + spellSubject(item));
-  }
-  report.say(std::to_string(items.size()) + (items.size() == 1 ? " appointment" : " appointments"));
+  const std::vector<std::size_t> widths = widthsOf(rows, kind.columns);
+  if (!rows.empty()) sayRow(report, "OID", kind.columns, widths);
+  for (const Row& row : rows) sayRow(report, std::to_string(row.oid), row.cells, widths);
+  report.say(std::to_string(rows.size()) + " " + (rows.size() == 1 ? kind.singular : kind.name));
 }
 
 void listItems(Run& run, const std::string& typeName) {
-  const desktop::ItemType type = supportedType(typeName);
+  const desktop::ItemKind& kind = kindNamed(typeName);
   desktop::Session& session = run.connect();
-  const std::vector<std::uint32_t> oids = desktop::listItems(session, type);
-  std::vector<Appointment> items;
-  nlohmann::json& listed = run.report.data()[typeName] = nlohmann::json::array();
-  readAppointments(run, session, oids, [&](Appointment item) {
-    listed.push_back(desktop::toJson(item));
-    items.push_back(std::move(item));
-    run.report.progress("reading " + std::to_string(items.size()) + " of " + std::to_string(oids.size()));
+  const std::vector<std::uint32_t> oids = desktop::listItems(session, kind.type);
+  std::vector<Row> rows;
+  nlohmann::json& listed = run.report.data()[kind.name] = nlohmann::json::array();
+  readItems(run, session, kind, oids, [&](const desktop::Item& item, std::uint32_t oid) {
+    listed.push_back(kind.toJson(item));
+    rows.push_back({oid, kind.cells(item)});
+    run.report.progress("reading " + std::to_string(rows.size()) + " of " + std::to_string(oids.size()));
   });
-  sayList(run.report, items);
+  sayList(run.report, kind, rows);
 }
 
 }  // namespace
 
 Action defineList(CLI::App& command) {
   const auto type = std::make_shared<std::string>();
-  command.add_option("TYPE", *type, "appointments")->required();
+  command.add_option("TYPE", *type, spellKinds())->required();
   return [type](Run& run) { listItems(run, *type); };
 }
 

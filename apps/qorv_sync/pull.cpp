@@ -1,38 +1,70 @@
+#include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "apps/qorv_sync/commands.h"
-#include "desktop/calendar_files.h"
-#include "desktop/calendar_pull.h"
+#include "desktop/device_error.h"
+#include "desktop/device_info.h"
+#include "desktop/item_files.h"
+#include "desktop/item_pull.h"
 
 namespace qorv_sync {
 
 namespace {
 
-void pull(Run& run, const std::filesystem::path& folder) {
-  const std::filesystem::path calendar = desktop::makeCalendarFolder(folder);
-  desktop::Session& session = run.connect();
+void pullKind(Run& run, desktop::Session& session, const desktop::ItemKind& kind,
+              const std::u16string& identity, const std::filesystem::path& folder) {
   nlohmann::json& data = run.report.data();
-  data = {{"written", nlohmann::json::array()}, {"unchanged", nlohmann::json::array()}};
   std::size_t done = 0;
-  desktop::pullCalendar(session, calendar, [&](const desktop::PullOutcome& outcome, std::size_t total) {
+  const auto tell = [&](const desktop::PullOutcome& outcome, std::size_t total) {
     if (!outcome.failure.empty()) {
-      run.report.fail("appointment " + std::to_string(outcome.oid) + ": " + outcome.failure);
+      run.report.fail(std::string(kind.singular) + " " + std::to_string(outcome.oid) + ": " +
+                      outcome.failure);
     } else {
       data[outcome.written ? "written" : "unchanged"].push_back(outcome.file.string());
     }
     if (outcome.written) run.report.say(outcome.file.string());
-    run.report.progress("reading " + std::to_string(++done) + " of " + std::to_string(total));
-  });
+    run.report.progress(std::string("reading ") + kind.name + ", " + std::to_string(++done) + " of " +
+                        std::to_string(total));
+  };
+  try {
+    desktop::pullItems(session, kind, identity, folder, tell);
+  } catch (const desktop::DeviceRefusal& refusal) {
+    run.report.fail(std::string(kind.name) + ": " + refusal.what());
+  }
+}
+
+void pull(Run& run, const std::filesystem::path& folder) {
+  std::map<const desktop::ItemKind*, std::filesystem::path> folders;
+  for (const desktop::ItemKind* kind : desktop::itemKinds()) {
+    folders[kind] = desktop::makeItemFolder(folder, *kind);
+  }
+  desktop::Session& session = run.connect();
+  nlohmann::json& data = run.report.data();
+  data = {{"written", nlohmann::json::array()}, {"unchanged", nlohmann::json::array()}};
+  const std::u16string identity = desktop::readIdentity(session);
+  for (const desktop::ItemKind* kind : desktop::itemKinds()) {
+    pullKind(run, session, *kind, identity, folders[kind]);
+  }
   run.report.say(std::to_string(data["written"].size()) + " written, " +
                  std::to_string(data["unchanged"].size()) + " unchanged");
+}
+
+/// "appointments go into its folder 'calendar'"
+std::string spellFolders() {
+  std::string text;
+  for (const desktop::ItemKind* kind : desktop::itemKinds()) {
+    text +=
+        (text.empty() ? "" : ", ") + std::string(kind->name) + " go into its folder '" + kind->folder + "'";
+  }
+  return text;
 }
 
 }  // namespace
 
 Action definePull(CLI::App& command) {
   const auto folder = std::make_shared<std::filesystem::path>();
-  command.add_option("DIR", *folder, "Where to write; appointments go into its folder 'calendar'")
-      ->required();
+  command.add_option("DIR", *folder, "Where to write; " + spellFolders())->required();
   return [folder](Run& run) { pull(run, *folder); };
 }
 

@@ -1,7 +1,9 @@
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "apps/qorv_sync/commands.h"
-#include "desktop/calendar_push.h"
+#include "desktop/item_files.h"
+#include "desktop/item_push.h"
 #include "desktop/text.h"
 
 namespace qorv_sync {
@@ -26,14 +28,14 @@ void count(Tally& tally, const desktop::PushOutcome& outcome) {
   if (!outcome.differences.empty()) ++tally.different;
 }
 
-nlohmann::json describe(const desktop::CalendarItem& item, const desktop::PushOutcome& outcome) {
+nlohmann::json describe(const desktop::FileItem& item, const desktop::PushOutcome& outcome) {
+  const desktop::ItemKind& kind = desktop::kindOf(item.item);
   nlohmann::json json{{"file", item.file},
-                      {"uid", item.entry.uid},
-                      {"subject", desktop::toUtf8(item.entry.appointment.subject)},
+                      {"type", kind.name},
+                      {"uid", item.uid},
+                      {"subject", desktop::toUtf8(kind.title(item.item))},
                       {"oid", outcome.oid},
-                      {"action", outcome.oid == 0  ? "failed"
-                                 : outcome.changed ? "changed"
-                                                   : "added"},
+                      {"action", outcome.oid == 0 ? "failed" : outcome.changed ? "changed" : "added"},
                       {"notes", outcome.notes},
                       {"differences", nlohmann::json::array()}};
   for (const desktop::Difference& difference : outcome.differences) {
@@ -43,8 +45,9 @@ nlohmann::json describe(const desktop::CalendarItem& item, const desktop::PushOu
   return json;
 }
 
-void tell(Report& report, const desktop::CalendarItem& item, const desktop::PushOutcome& outcome) {
-  const std::string name = item.file + ": " + desktop::quoted(item.entry.appointment.subject) + ": ";
+void tell(Report& report, const desktop::FileItem& item, const desktop::PushOutcome& outcome) {
+  const std::string name =
+      item.file + ": " + desktop::quoted(desktop::kindOf(item.item).title(item.item)) + ": ";
   if (outcome.oid != 0) {
     report.say(name + (outcome.changed ? "changed " : "added as ") + std::to_string(outcome.oid));
   }
@@ -68,29 +71,29 @@ void sayTally(Report& report, const Tally& tally, std::size_t skipped) {
 }
 
 void push(Run& run, const Paths& paths) {
-  const desktop::CalendarItems calendar = desktop::readCalendarFiles(paths);
+  const desktop::FileItems files = desktop::readItemFiles(paths);
   desktop::Session& session = run.connect();
   run.report.data()["items"] = nlohmann::json::array();
-  for (const desktop::CalendarProblem& problem : calendar.problems) {
+  for (const desktop::FileProblem& problem : files.problems) {
     run.report.fail(problem.where + ": " + problem.what);
   }
   Tally tally;
   std::size_t done = 0;
-  desktop::pushCalendar(session, calendar.items,
-                        [&](const desktop::CalendarItem& item, const desktop::PushOutcome& outcome) {
-                          count(tally, outcome);
-                          tell(run.report, item, outcome);
-                          run.report.progress("sending " + std::to_string(++done) + " of " +
-                                              std::to_string(calendar.items.size()));
-                        });
-  sayTally(run.report, tally, calendar.problems.size());
+  desktop::pushItems(session, files.items,
+                     [&](const desktop::FileItem& item, const desktop::PushOutcome& outcome) {
+                       count(tally, outcome);
+                       tell(run.report, item, outcome);
+                       run.report.progress("sending " + std::to_string(++done) + " of " +
+                                           std::to_string(files.items.size()));
+                     });
+  sayTally(run.report, tally, files.problems.size());
 }
 
 }  // namespace
 
 Action definePush(CLI::App& command) {
   const auto paths = std::make_shared<Paths>();
-  command.add_option("PATH", *paths, "Calendar files, or folders with .ics files in them")->required();
+  command.add_option("PATH", *paths, "Standard files, or folders with such files in them")->required();
   return [paths](Run& run) { push(run, *paths); };
 }
 

@@ -1,12 +1,12 @@
 #include <memory>
+#include <nlohmann/json.hpp>
 
-#include "apps/qorv_sync/appointments.h"
 #include "apps/qorv_sync/commands.h"
 #include "apps/qorv_sync/item_types.h"
-#include "desktop/appointment_json.h"
-#include "desktop/calendar_files.h"
+#include "apps/qorv_sync/items.h"
 #include "desktop/device_error.h"
 #include "desktop/device_info.h"
+#include "desktop/item_uid.h"
 
 namespace qorv_sync {
 
@@ -18,26 +18,27 @@ struct Arguments {
 };
 
 void showItem(Run& run, const Arguments& arguments) {
-  supportedType(arguments.type);
+  const desktop::ItemKind& kind = kindNamed(arguments.type);
   desktop::Session& session = run.connect();
   const std::u16string identity = desktop::readIdentity(session);
-  readAppointments(run, session, std::span(&arguments.oid, 1), [&](const desktop::Appointment& item) {
-    run.report.data()["appointment"] = desktop::toJson(item);
+  const auto show = [&](const desktop::Item& item, std::uint32_t oid) {
+    run.report.data()[kind.singular] = kind.toJson(item);
     try {
-      const std::string text = desktop::calendarText(item, identity);
+      const std::string text = kind.fileText(item, desktop::itemUid(kind, identity, oid));
       run.report.print(text);
-      run.report.data()["icalendar"] = text;
+      run.report.data()[kind.format.name] = text;
     } catch (const desktop::DeviceRefusal& refusal) {
-      run.report.fail("appointment " + std::to_string(item.oid) + ": " + refusal.what());
+      run.report.fail(std::string(kind.singular) + " " + std::to_string(oid) + ": " + refusal.what());
     }
-  });
+  };
+  readItems(run, session, kind, std::span(&arguments.oid, 1), show);
 }
 
 }  // namespace
 
 Action defineShow(CLI::App& command) {
   const auto arguments = std::make_shared<Arguments>();
-  command.add_option("TYPE", arguments->type, "appointments")->required();
+  command.add_option("TYPE", arguments->type, spellKinds())->required();
   command.add_option("OID", arguments->oid, "The item's identifier")->required();
   return [arguments](Run& run) { showItem(run, *arguments); };
 }

@@ -5,7 +5,7 @@
 
 #include "desktop/appointment_difference.h"
 #include "desktop/appointment_json.h"
-#include "desktop/calendar_files.h"
+#include "desktop/calendar_text.h"
 #include "desktop/device_error.h"
 #include "tests/desktop/wire_bytes.h"
 
@@ -193,7 +193,7 @@ class HostileRecord : public testing::Test {
     toJson(entry);
     compareAppointments(standup(), entry);
     try {
-      calendarText(entry, u"PDA");
+      calendarText(entry, "1@PDA");
     } catch (const DeviceRefusal&) {
     }
   }

@@ -125,9 +125,9 @@ TEST_F(BrokenCalendars, tellTheLineOfEachBadItemAndTakeTheOthers) {
       "DTSTART:20050314T090000\n"  // 11
       "this line is nothing\n"     // 12
       "END:VEVENT\n"               // 13
-      "BEGIN:VTODO\n"              // 14
-      "UID:task\n"                 // 15
-      "END:VTODO\n"                // 16
+      "BEGIN:VJOURNAL\n"           // 14
+      "UID:diary\n"                // 15
+      "END:VJOURNAL\n"             // 16
       "BEGIN:VEVENT\n"             // 17
       "UID:not-closed\n"           // 18
       "DTSTART:20050314T090000\n"  // 19
@@ -145,12 +145,11 @@ TEST_F(BrokenCalendars, tellTheLineOfEachBadItemAndTakeTheOthers) {
       "END:VCALENDAR\n",
       "file.ics");
   std::vector<std::string> problems;
-  for (const CalendarProblem& problem : file.problems)
-    problems.push_back(problem.where + ": " + problem.what);
+  for (const FileProblem& problem : file.problems) problems.push_back(problem.where + ": " + problem.what);
   EXPECT_THAT(
       problems,
       ElementsAre("file.ics:3: no-start: there is no DTSTART",
-                  "file.ics:14: task: VTODO is no calendar entry",
+                  "file.ics:14: diary: VJOURNAL is no calendar entry",
                   "file.ics:17: not-closed: the event isn't closed: END:VEVENT is missing or misplaced",
                   "file.ics:20: good: its UID stands for another entry of the file, at line 9",
                   "file.ics:27: recurrence rule FREQ=SECONDLY can't be held by the device: it repeats within "

@@ -41,7 +41,7 @@ std::vector<std::string> summaryOf(const CalendarFile& file) {
 /// Each problem as "line reason".
 std::vector<std::string> problemsOf(const CalendarFile& file) {
   std::vector<std::string> lines;
-  for (const CalendarProblem& problem : file.problems) {
+  for (const FileProblem& problem : file.problems) {
     const std::string line = problem.where.substr(problem.where.find(':') + 1);
     lines.push_back(line.substr(0, line.find(':')) + " " + problem.what);
   }
@@ -134,8 +134,23 @@ TEST_F(SampleCalendars, damaged) {
               ElementsAre("11 there is no DTSTART", "16 DTSTART can't be read: 14.03.2005 09:00",
                           "22 the end is before the start", "29 RRULE can't be read: FREQ=FORTNIGHTLY",
                           "36 the event isn't closed: END:VEVENT is missing or misplaced",
-                          "47 VTODO is no calendar entry",
                           "52 the event isn't closed: END:VEVENT is missing or misplaced"));
+  ASSERT_EQ(file.tasks.size(), 1U);
+  EXPECT_EQ(file.tasks[0].task.subject, u"A task among the events");
+}
+
+TEST_F(SampleCalendars, errands) {
+  const CalendarFile file = readSample("../tasks/errands.ics");
+  EXPECT_THAT(problemsOf(file), IsEmpty());
+  ASSERT_EQ(file.tasks.size(), 6U);
+  EXPECT_EQ(file.tasks[0].task.subject, u"Renew the passport");
+  EXPECT_EQ(file.tasks[0].task.due, at(2005, 4, 1));
+  EXPECT_EQ(file.tasks[0].task.importance, 2U);
+  EXPECT_EQ(file.tasks[0].task.reminderTime, at(2005, 3, 30, 18));
+  ASSERT_TRUE(file.tasks[2].task.recurrence);
+  EXPECT_EQ(file.tasks[2].task.recurrence->type, RecurrenceType::Weekly);
+  EXPECT_TRUE(file.tasks[4].task.complete);
+  for (const CalendarTask& task : file.tasks) EXPECT_THAT(task.notes, IsEmpty()) << task.where;
 }
 
 class EverySample : public CalendarTest, public testing::WithParamInterface<const char*> {};
@@ -147,6 +162,10 @@ TEST_P(EverySample, isTheSameAfterItWasWritten) {
     EXPECT_TRUE(again.appointment == entry.appointment);
     EXPECT_EQ(again.uid, entry.uid);
   }
+  for (const CalendarTask& task : readSample(GetParam()).tasks) {
+    SCOPED_TRACE(task.where);
+    EXPECT_TRUE(onlyTask(writeCalendar(task.task, task.uid)).task == task.task);
+  }
 }
 
 /// Either a calendar or a clear refusal; what is read can be written.
@@ -154,6 +173,9 @@ void readWithoutHarm(const std::string& text) {
   try {
     for (const CalendarEntry& entry : readCalendar(text, "file.ics").entries) {
       EXPECT_FALSE(writeCalendar(entry.appointment, entry.uid).empty());
+    }
+    for (const CalendarTask& task : readCalendar(text, "file.ics").tasks) {
+      EXPECT_FALSE(writeCalendar(task.task, task.uid).empty());
     }
   } catch (const InputError&) {
   }
@@ -176,7 +198,7 @@ TEST_P(EverySample, doesNoHarmWithABadByte) {
 INSTANTIATE_TEST_SUITE_P(All, EverySample,
                          testing::Values("work-week.ics", "all-day-and-alarms.ics", "zones.ics",
                                          "series-with-exceptions.ics", "folded-and-escaped.ics",
-                                         "damaged.ics"));
+                                         "damaged.ics", "../tasks/errands.ics"));
 
 }  // namespace
 }  // namespace desktop

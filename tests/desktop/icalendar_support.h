@@ -63,15 +63,29 @@ inline LocalTime at(int year, int month, int day, int hour = 0, int minute = 0, 
 /// The only entry of a text that has no problems.
 inline CalendarEntry onlyEntry(const std::string& text) {
   CalendarFile file = readCalendar(text, "file.ics");
-  for (const CalendarProblem& problem : file.problems) ADD_FAILURE() << problem.where << ": " << problem.what;
+  for (const FileProblem& problem : file.problems) ADD_FAILURE() << problem.where << ": " << problem.what;
   EXPECT_EQ(file.entries.size(), 1U);
   return file.entries.empty() ? CalendarEntry() : std::move(file.entries.front());
+}
+
+/// A task with the UID "1" around the lines, in a calendar; its BEGIN is line 4.
+inline std::string todoOf(const std::string& lines) {
+  return calendarOf("BEGIN:VTODO\r\nUID:1\r\n" + lines + "END:VTODO\r\n");
+}
+
+/// The only task of a text that has no problems.
+inline CalendarTask onlyTask(const std::string& text) {
+  CalendarFile file = readCalendar(text, "file.ics");
+  for (const FileProblem& problem : file.problems) ADD_FAILURE() << problem.where << ": " << problem.what;
+  EXPECT_EQ(file.tasks.size(), 1U);
+  return file.tasks.empty() ? CalendarTask() : std::move(file.tasks.front());
 }
 
 /// "where: what" of the only problem of a text that has no entries.
 inline std::string onlyProblem(const std::string& text) {
   const CalendarFile file = readCalendar(text, "file.ics");
   EXPECT_TRUE(file.entries.empty());
+  EXPECT_TRUE(file.tasks.empty());
   EXPECT_EQ(file.problems.size(), 1U);
   return file.problems.empty() ? std::string()
                                : file.problems.front().where + ": " + file.problems.front().what;

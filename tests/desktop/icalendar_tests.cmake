@@ -8,6 +8,7 @@ qorv_add_test(icalendar_tests
     icalendar_round_trip_test.cpp
     icalendar_rules_test.cpp
     icalendar_samples_test.cpp
+    icalendar_task_test.cpp
     icalendar_write_test.cpp
     icalendar_zone_test.cpp
   LIBRARIES qorv_desktop

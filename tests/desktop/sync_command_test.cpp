@@ -18,6 +18,9 @@ std::string list(const std::string& oids, int count) {
   return "> 0D 02\n< 01 00 u32:" + std::to_string(count) + " 00 " + oids + "\n";
 }
 
+/// The lists of the other types that a pull asks for: nothing there.
+const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n";
+
 /// The eleven fields of an appointment without any reminder, as the device sends them.
 std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
                      const std::string& location) {
@@ -169,7 +172,8 @@ TEST_F(SyncCommand, pushSendsNothingWhenOneFileIsNone) {
 }
 
 TEST_F(SyncCommand, pullWritesOnlyWhatChanged) {
-  const std::string script = kIdentity + list("u32:18", 1) + readBack(18, "Standup", "Room 4") + kEnd;
+  const std::string script =
+      kIdentity + list("u32:18", 1) + readBack(18, "Standup", "Room 4") + kNoOthers + kEnd;
   EXPECT_EQ(run("pull .", script), 0);
   EXPECT_EQ(out, "./calendar/18.ics\n1 written, 0 unchanged\n");
   EXPECT_NE(folder.read("calendar/18.ics").find("LOCATION:Room 4\r\n"), std::string::npos);
@@ -182,7 +186,7 @@ TEST_F(SyncCommand, pullLeavesOutDatesThatAreNotThere) {
                               "> 10 02 u32:3 u32:18 u32:19 u32:20\n< 01 00 u32:3 0B " +
                               recordAt(kZeros, kZeros, 18, "Some day", "") +
                               recordAt(kNine, kNever, 19, "Standup", "") +
-                              recordAt(kNine, kZeros, 20, "Retro", "") + "\n" + kEnd),
+                              recordAt(kNine, kZeros, 20, "Retro", "") + "\n" + kNoOthers + kEnd),
             1);
   EXPECT_EQ(out, "./calendar/19.ics\n./calendar/20.ics\n2 written, 0 unchanged\n");
   EXPECT_EQ(err, "qorv-sync: appointment 18: has no start\n");
@@ -197,14 +201,14 @@ TEST_F(SyncCommand, listShowsWhatHasNoDate) {
   EXPECT_EQ(run("list appointments", list("u32:18", 1) + "> 10 02 u32:1 u32:18\n< 01 00 u32:1 0B " +
                                          recordAt(kNine, kNever, 18, "Standup", "") + "\n" + kEnd),
             0);
-  EXPECT_NE(out.find("        18  2005-03-14 09:00  none              Standup\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("        18  2005-03-14 09:00  none  Standup\n"), std::string::npos) << out;
 }
 
 TEST_F(SyncCommand, pullReplacesItsOwnFilesOnly) {
   const auto script = [](const std::string& subject) {
     return kIdentity + list("u32:18 u32:19 u32:20", 3) +
            "> 10 02 u32:3 u32:18 u32:19 u32:20\n< 01 00 u32:3 0B " + record(18, subject, "") +
-           record(19, subject, "") + record(20, subject, "") + "\n" + kEnd;
+           record(19, subject, "") + record(20, subject, "") + "\n" + kNoOthers + kEnd;
   };
   folder.write("calendar/18.ics", calendar(event("Dentist", "Town")));
   std::filesystem::create_directories(folder / "calendar" / "20.ics");

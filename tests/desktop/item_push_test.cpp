@@ -1,8 +1,9 @@
-#include "desktop/calendar_push.h"
+#include "desktop/item_push.h"
 
 #include <gmock/gmock.h>
 
 #include "desktop/appointment_record.h"
+#include "desktop/task_record.h"
 #include "tests/desktop/scripted_stream.h"
 
 namespace {
@@ -12,22 +13,32 @@ using namespace wire_bytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-CalendarItem item(const std::u16string& subject, const std::string& uid = "1@calendar.example") {
-  CalendarItem made;
+Appointment& appointmentIn(FileItem& made) {
+  return std::get<Appointment>(made.item);
+}
+
+FileItem item(const std::u16string& subject, const std::string& uid = "1@calendar.example") {
+  FileItem made;
   made.file = "a.ics";
-  made.entry.uid = uid;
-  made.entry.appointment.subject = subject;
-  made.entry.appointment.start = {2005, 3, 14, 9, 0};
-  made.entry.appointment.end = {2005, 3, 14, 9, 15};
+  made.uid = uid;
+  Appointment appointment;
+  appointment.subject = subject;
+  appointment.start = {2005, 3, 14, 9, 0};
+  appointment.end = {2005, 3, 14, 9, 15};
+  made.item = appointment;
   return made;
 }
 
-CalendarItem weekly(CalendarItem made) {
+FileItem weekly(FileItem made) {
   Recurrence rule;
   rule.start = {2005, 3, 14};
   rule.dayOfWeekMask = 2;
-  made.entry.appointment.recurrence = rule;
+  appointmentIn(made).recurrence = rule;
   return made;
+}
+
+Bytes recordOf(const FileItem& made) {
+  return writeAppointment(std::get<Appointment>(made.item));
 }
 
 // 14 March 2005, a Monday; 9:00 and 9:15.
@@ -41,7 +52,7 @@ Bytes held(std::uint32_t oid, const std::u16string& subject) {
          deviceText(subject) + u32(2) + deviceText(u"") + u32(3) + deviceText(u"") + u32(9) + deviceText(u"");
 }
 
-class CalendarPush : public ScriptedSession {
+class ItemPush : public ScriptedSession {
  protected:
   /// The device is called "PDA" and has the items 18 and 19.
   void SetUp() override {
@@ -53,22 +64,22 @@ class CalendarPush : public ScriptedSession {
     script->expect(hex("10 02 01 00 00 00") + u32(oid), hex("01 00 01 00 00 00 0B") + record);
   }
 
-  std::vector<PushOutcome> push(const std::vector<CalendarItem>& items) {
+  std::vector<PushOutcome> push(const std::vector<FileItem>& items) {
     std::vector<PushOutcome> outcomes;
-    pushCalendar(session(), items,
-                 [&](const CalendarItem&, const PushOutcome& outcome) { outcomes.push_back(outcome); });
+    pushItems(session(), items,
+              [&](const FileItem&, const PushOutcome& outcome) { outcomes.push_back(outcome); });
     return outcomes;
   }
 };
 
-Bytes add(const CalendarItem& entry) {
-  return hex("02 02 01 00 00 00") + writeAppointment(entry.entry.appointment);
+Bytes add(const FileItem& entry) {
+  return hex("02 02 01 00 00 00") + recordOf(entry);
 }
 Bytes change(std::uint32_t oid, const Bytes& record) {
   return hex("03 02") + u32(oid) + record;
 }
 
-TEST_F(CalendarPush, addsAnEntryAndReadsItBack) {
+TEST_F(ItemPush, addsAnEntryAndReadsItBack) {
   script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
   expectRead(20, held(20, u"Standup"));
   const auto outcomes = push({item(u"Standup")});
@@ -79,7 +90,7 @@ TEST_F(CalendarPush, addsAnEntryAndReadsItBack) {
   EXPECT_THAT(outcomes[0].differences, IsEmpty());
 }
 
-TEST_F(CalendarPush, tellsWhatTheDeviceMadeOfAnEntry) {
+TEST_F(ItemPush, tellsWhatTheDeviceMadeOfAnEntry) {
   script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
   expectRead(20, held(20, u"Stand"));
   const auto outcomes = push({item(u"Standup")});
@@ -87,28 +98,26 @@ TEST_F(CalendarPush, tellsWhatTheDeviceMadeOfAnEntry) {
   EXPECT_EQ(spell(outcomes[0].differences[0]), "subject: sent \"Standup\", device has \"Stand\"");
 }
 
-TEST_F(CalendarPush, changesTheItemThatTheUidNames) {
-  const CalendarItem entry = item(u"Standup", "appointment-19@PDA");
-  script->expect(hex("0F 02 01 00 00 00") + change(19, writeAppointment(entry.entry.appointment)),
-                 hex("01 00") + u32(19) + u32(19));
+TEST_F(ItemPush, changesTheItemThatTheUidNames) {
+  const FileItem entry = item(u"Standup", "appointment-19@PDA");
+  script->expect(hex("0F 02 01 00 00 00") + change(19, recordOf(entry)), hex("01 00") + u32(19) + u32(19));
   expectRead(19, held(19, u"Standup"));
   const auto outcomes = push({entry});
   EXPECT_TRUE(outcomes[0].changed);
   EXPECT_EQ(outcomes[0].oid, 19u);
 }
 
-TEST_F(CalendarPush, addsAnEntryWhoseItemIsGone) {
-  const CalendarItem entry = item(u"Standup", "appointment-17@PDA");
+TEST_F(ItemPush, addsAnEntryWhoseItemIsGone) {
+  const FileItem entry = item(u"Standup", "appointment-17@PDA");
   script->expect(hex("0F 02 01 00 00 00") + add(entry), hex("01 00") + u32(20) + u32(1));
   expectRead(20, held(20, u"Standup"));
   EXPECT_FALSE(push({entry})[0].changed);
 }
 
-TEST_F(CalendarPush, makesAChangedSeriesAnew) {
-  const CalendarItem entry = weekly(item(u"Standup", "appointment-19@PDA"));
-  script->expect(
-      hex("0F 02 02 00 00 00") + change(19, u32(0)) + change(19, writeAppointment(entry.entry.appointment)),
-      hex("01 00") + u32(19) + u32(19) + hex("01 00") + u32(19) + u32(19));
+TEST_F(ItemPush, makesAChangedSeriesAnew) {
+  const FileItem entry = weekly(item(u"Standup", "appointment-19@PDA"));
+  script->expect(hex("0F 02 01 00 00 00") + change(19, u32(0)), hex("01 00") + u32(19) + u32(19));
+  script->expect(hex("0F 02 01 00 00 00") + change(19, recordOf(entry)), hex("01 00") + u32(19) + u32(19));
   expectRead(19, held(19, u"Standup"));
   const auto outcomes = push({entry});
   ASSERT_EQ(outcomes.size(), 1u);
@@ -116,23 +125,23 @@ TEST_F(CalendarPush, makesAChangedSeriesAnew) {
   EXPECT_EQ(spell(outcomes[0].differences[0]), "repetition: sent weekly, device has none");
 }
 
-TEST_F(CalendarPush, sendsTwoWholeDaysFromMidnightToMidnight) {
-  CalendarItem entry = item(u"Fair");
-  Appointment& appointment = entry.entry.appointment;
+TEST_F(ItemPush, sendsTwoWholeDaysFromMidnightToMidnight) {
+  FileItem entry = item(u"Fair");
+  Appointment& appointment = appointmentIn(entry);
   appointment.allDay = true;
   appointment.start = {2005, 3, 14};
   appointment.end = {2005, 3, 15};
-  CalendarItem timed = entry;
-  timed.entry.appointment.allDay = false;
-  timed.entry.appointment.end = {2005, 3, 16};
+  FileItem timed = entry;
+  appointmentIn(timed).allDay = false;
+  appointmentIn(timed).end = {2005, 3, 16};
   script->expect(hex("0F 02 01 00 00 00") + add(timed), hex("01 00") + u32(0) + u32(1));
   EXPECT_THAT(push({entry})[0].notes,
               ElementsAre("the device can't hold two whole days; it gets them as from midnight to midnight"));
 }
 
-TEST_F(CalendarPush, goesOnAfterAnEntryThatTheDeviceCouldNotSave) {
-  const Bytes entries = hex("02 02 01 00 00 00") + writeAppointment(item(u"One").entry.appointment) +
-                        hex("02 02 02 00 00 00") + writeAppointment(item(u"Two").entry.appointment);
+TEST_F(ItemPush, goesOnAfterAnEntryThatTheDeviceCouldNotSave) {
+  const Bytes entries =
+      hex("02 02 01 00 00 00") + recordOf(item(u"One")) + hex("02 02 02 00 00 00") + recordOf(item(u"Two"));
   script->expect(hex("0F 02 02 00 00 00") + entries,
                  hex("01 00") + u32(0) + u32(1) + hex("01 00") + u32(21) + u32(2));
   expectRead(21, held(21, u"Two"));
@@ -143,10 +152,45 @@ TEST_F(CalendarPush, goesOnAfterAnEntryThatTheDeviceCouldNotSave) {
   EXPECT_EQ(outcomes[1].oid, 21u);
 }
 
-TEST_F(CalendarPush, tellsAnItemThatCannotBeReadBack) {
+TEST_F(ItemPush, tellsAnItemThatCannotBeReadBack) {
   script->expect(hex("0F 02 01 00 00 00") + add(item(u"Standup")), hex("01 00") + u32(20) + u32(1));
   script->expect(hex("10 02 01 00 00 00") + u32(20), hex("01 00 00 00 00 00 00") + zeros(7));
   EXPECT_EQ(push({item(u"Standup")})[0].failure, "can't be read back: the device has no such item");
+}
+
+TEST_F(ItemPush, sendsTasksAsTasks) {
+  FileItem errand;
+  errand.item = Task();
+  script->steps.pop_back();
+  script->expect(hex("0D 03"), hex("01 00 00 00 00 00 00"));
+  script->expect(hex("0F 03 01 00 00 00 02 03 01 00 00 00") + writeTask(Task()),
+                 hex("00 01") + u32(0) + u32(1));
+  EXPECT_EQ(push({errand})[0].failure, "the device refused it");
+}
+
+TEST_F(ItemPush, sendsTheSecondRecordToTheItemThatTheFirstMade) {
+  Task task;
+  task.due = {2005, 3, 15};
+  task.reminderSet = true;
+  task.reminderTime = {2005, 3, 15, 8, 0};
+  FileItem errand;
+  errand.item = task;
+  const std::vector<Bytes> records = taskRecords(task, false);
+  ASSERT_EQ(records.size(), 2u);
+  script->steps.pop_back();
+  script->expect(hex("0D 03"), hex("01 00 00 00 00 00 00"));
+  script->expect(hex("0F 03 01 00 00 00 02 03 01 00 00 00") + records[0], hex("01 00") + u32(21) + u32(1));
+  script->expect(hex("0F 03 01 00 00 00 03 03 15 00 00 00") + records[1], hex("01 00") + u32(21) + u32(21));
+  script->expect(hex("10 03 01 00 00 00") + u32(21), hex("01 00 00 00 00 00 00") + zeros(7));
+  const auto outcomes = push({errand});
+  EXPECT_EQ(outcomes[0].oid, 21u);
+  EXPECT_FALSE(outcomes[0].changed);
+}
+
+TEST_F(ItemPush, sendsNoSecondRecordAfterARefusal) {
+  FileItem entry = weekly(item(u"Standup", "appointment-19@PDA"));
+  script->expect(hex("0F 02 01 00 00 00") + change(19, u32(0)), hex("00 00") + u32(19) + u32(19));
+  EXPECT_EQ(push({entry})[0].failure, "the device refused it");
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
-#include "desktop/calendar_files.h"
+#include "desktop/item_files.h"
 
 #include <gtest/gtest.h>
 
+#include "desktop/calendar_text.h"
 #include "desktop/device_error.h"
 #include "desktop/input_error.h"
 #include "tests/desktop/temporary_folder.h"
@@ -17,12 +18,12 @@ std::string calendar(const std::string& summary) {
          summary + "\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n";
 }
 
-class CalendarFiles : public testing::Test {
+class ItemFiles : public testing::Test {
  protected:
   std::string read(const std::vector<std::filesystem::path>& paths) {
     std::string seen;
-    for (const CalendarItem& item : readCalendarFiles(paths).items) {
-      seen += std::filesystem::path(item.file).filename().string() + "=" + item.entry.uid + " ";
+    for (const FileItem& item : readItemFiles(paths).items) {
+      seen += std::filesystem::path(item.file).filename().string() + "=" + item.uid + " ";
     }
     return seen;
   }
@@ -30,20 +31,20 @@ class CalendarFiles : public testing::Test {
   TemporaryFolder folder;
 };
 
-TEST_F(CalendarFiles, areReadInTheOrderGiven) {
+TEST_F(ItemFiles, areReadInTheOrderGiven) {
   const auto b = folder.write("b.ics", calendar("B"));
   const auto a = folder.write("a.txt", calendar("A"));
   EXPECT_EQ(read({b, a}), "b.ics=B@calendar.example a.txt=A@calendar.example ");
 }
 
-TEST_F(CalendarFiles, ofAFolderAreReadInTheOrderOfTheirNames) {
+TEST_F(ItemFiles, ofAFolderAreReadInTheOrderOfTheirNames) {
   folder.write("z.ics", calendar("Z"));
   folder.write("calendar/18.ICS", calendar("N"));
   folder.write("notes.txt", "none");
   EXPECT_EQ(read({folder.path()}), "18.ICS=N@calendar.example z.ics=Z@calendar.example ");
 }
 
-TEST_F(CalendarFiles, mustBeThereAndBeCalendars) {
+TEST_F(ItemFiles, mustBeThereAndBeCalendars) {
   const auto good = folder.write("good.ics", calendar("A"));
   EXPECT_THROW(read({good, folder / "none.ics"}), InputError);
   EXPECT_THROW(read({good, folder.write("bad.txt", "no calendar")}), InputError);
@@ -51,7 +52,7 @@ TEST_F(CalendarFiles, mustBeThereAndBeCalendars) {
   EXPECT_THROW(read({folder / "empty"}), InputError);
 }
 
-TEST_F(CalendarFiles, giveAllDayEndsInTheFormsThatTravel) {
+TEST_F(ItemFiles, giveAllDayEndsInTheFormsThatTravel) {
   // Two whole days from Monday 14 March, weekly; the second time from Tuesday 22 March instead.
   const auto file = folder.write(
       "fair.ics",
@@ -61,32 +62,38 @@ TEST_F(CalendarFiles, giveAllDayEndsInTheFormsThatTravel) {
       "BEGIN:VEVENT\r\nUID:fair\r\nDTSTAMP:20050301T000000Z\r\nRECURRENCE-ID;VALUE=DATE:20050321\r\n"
       "DTSTART;VALUE=DATE:20050322\r\nDTEND;VALUE=DATE:20050324\r\nSUMMARY:Fair\r\nEND:VEVENT\r\n"
       "END:VCALENDAR\r\n");
-  const CalendarItems read = readCalendarFiles(std::vector<std::filesystem::path>{file});
+  const FileItems read = readItemFiles(std::vector<std::filesystem::path>{file});
   ASSERT_EQ(read.items.size(), 1u);
-  const Appointment& fair = read.items[0].entry.appointment;
+  const Appointment& fair = std::get<Appointment>(read.items[0].item);
   EXPECT_EQ(fair.end, (LocalTime{2005, 3, 15}));
   ASSERT_EQ(fair.exceptions.size(), 1u);
   EXPECT_EQ(fair.exceptions[0].end, (LocalTime{2005, 3, 24}));
 }
 
-TEST_F(CalendarFiles, goInAFolderOfTheirOwn) {
-  EXPECT_EQ(makeCalendarFolder(folder / "new"), folder / "new" / "calendar");
+TEST_F(ItemFiles, goInAFolderOfTheirOwn) {
+  EXPECT_EQ(makeItemFolder(folder / "new", kAppointmentKind), folder / "new" / "calendar");
   EXPECT_TRUE(std::filesystem::is_directory(folder / "new" / "calendar"));
-  EXPECT_THROW(makeCalendarFolder(folder.write("file", "x")), InputError);
+  EXPECT_THROW(makeItemFolder(folder.write("file", "x"), kAppointmentKind), InputError);
+}
+
+TEST_F(ItemFiles, withoutANameThatTellsTheirFormatAreKnownByTheirFirstLine) {
+  EXPECT_EQ(formatByName("a.txt"), nullptr);
+  EXPECT_EQ(&formatOf("a.txt", "\xEF\xBB\xBF\r\nbegin:vcalendar\r\n"), &kCalendarFormat);
+  EXPECT_EQ(formatByName("a.Ics"), &kCalendarFormat);
 }
 
 TEST(CalendarText, namesTheItemOnItsDevice) {
   Appointment appointment;
-  appointment.oid = 18;
   appointment.start = appointment.end = {2005, 3, 14, 9, 0};
-  EXPECT_NE(calendarText(appointment, u"PDA").find("UID:appointment-18@PDA\r\n"), std::string::npos);
+  EXPECT_NE(calendarText(appointment, "appointment-18@PDA").find("UID:appointment-18@PDA\r\n"),
+            std::string::npos);
 }
 
 TEST(CalendarText, isWithoutAnEndThatTheEntryDoesNotHave) {
   Appointment appointment;
   appointment.start = {2005, 3, 14};
   appointment.allDay = true;
-  const std::string text = calendarText(appointment, u"PDA");
+  const std::string text = calendarText(appointment, "1@PDA");
   EXPECT_NE(text.find("\r\nDTSTART;VALUE=DATE:20050314\r\n"), std::string::npos) << text;
   EXPECT_EQ(text.find("DTEND"), std::string::npos) << text;
 }
@@ -94,9 +101,9 @@ TEST(CalendarText, isWithoutAnEndThatTheEntryDoesNotHave) {
 TEST(CalendarText, needsAStart) {
   Appointment appointment;
   appointment.end = {2005, 3, 14, 9, 0};
-  EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal);
+  EXPECT_THROW(calendarText(appointment, "1@PDA"), DeviceRefusal);
   appointment.allDay = true;
-  EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal);
+  EXPECT_THROW(calendarText(appointment, "1@PDA"), DeviceRefusal);
 }
 
 TEST(CalendarText, tellsWhetherItIsOneItemsAlone) {
@@ -114,9 +121,8 @@ TEST(CalendarText, tellsItAlsoByAnIdentityOverSeveralLines) {
   Appointment appointment;
   appointment.oid = 18;
   appointment.start = appointment.end = {2005, 3, 14, 9, 0};
-  const std::u16string identity(200, u'x');
   const std::string uid = "appointment-18@" + std::string(200, 'x');
-  const std::string text = calendarText(appointment, identity);
+  const std::string text = calendarText(appointment, uid);
   EXPECT_EQ(text.find(uid), std::string::npos);
   EXPECT_TRUE(namesOnly(text, uid));
 }
@@ -143,9 +149,9 @@ TEST(CalendarText, refusesARuleWithoutMeaning) {
     rule.start = {2005, 3, 14};
     rule.dayOfWeekMask = rule.dayOfMonth = rule.instance = rule.monthOfYear = 1;
     appointment.recurrence = rule;
-    EXPECT_NO_THROW(calendarText(appointment, u"PDA"));
+    EXPECT_NO_THROW(calendarText(appointment, "1@PDA"));
     (*appointment.recurrence).*broken.member = broken.value;
-    EXPECT_THROW(calendarText(appointment, u"PDA"), DeviceRefusal) << static_cast<int>(broken.type);
+    EXPECT_THROW(calendarText(appointment, "1@PDA"), DeviceRefusal) << static_cast<int>(broken.type);
   }
 }
 

@@ -1,4 +1,4 @@
-#include "desktop/calendar_uid.h"
+#include "desktop/item_uid.h"
 
 #include <charconv>
 #include <cstdio>
@@ -9,12 +9,15 @@ namespace desktop {
 
 namespace {
 
-constexpr std::string_view kPrefix = "appointment-";
 constexpr std::string_view kNoIdentity = "unnamed";
 
 bool isPlain(char byte) {
   return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
          byte == '-' || byte == '.' || byte == '_';
+}
+
+std::string prefixOf(const ItemKind& kind) {
+  return std::string(kind.singular) + "-";
 }
 
 /// Identities are free text; a UID shouldn't need escaping anywhere.
@@ -31,16 +34,18 @@ std::string hostPart(std::u16string_view identity) {
 
 }  // namespace
 
-std::string calendarUid(std::u16string_view deviceIdentity, std::uint32_t oid) {
-  return std::string(kPrefix) + std::to_string(oid) + "@" + hostPart(deviceIdentity);
+std::string itemUid(const ItemKind& kind, std::u16string_view deviceIdentity, std::uint32_t oid) {
+  return prefixOf(kind) + std::to_string(oid) + "@" + hostPart(deviceIdentity);
 }
 
-std::optional<std::uint32_t> oidOfUid(std::u16string_view deviceIdentity, std::string_view uid) {
-  if (deviceIdentity.empty() || !uid.starts_with(kPrefix)) return std::nullopt;
+std::optional<std::uint32_t> oidOfUid(const ItemKind& kind, std::u16string_view deviceIdentity,
+                                      std::string_view uid) {
+  const std::string prefix = prefixOf(kind);
+  if (deviceIdentity.empty() || !uid.starts_with(prefix)) return std::nullopt;
   std::uint32_t oid = 0;
-  const auto [end, error] = std::from_chars(uid.data() + kPrefix.size(), uid.data() + uid.size(), oid);
+  const auto [end, error] = std::from_chars(uid.data() + prefix.size(), uid.data() + uid.size(), oid);
   // Spelled again, it must be the same: no leading zeros, no other device.
-  if (error != std::errc() || oid == 0 || uid != calendarUid(deviceIdentity, oid)) return std::nullopt;
+  if (error != std::errc() || oid == 0 || uid != itemUid(kind, deviceIdentity, oid)) return std::nullopt;
   return oid;
 }
 

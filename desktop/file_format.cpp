@@ -1,0 +1,51 @@
+#include "desktop/file_format.h"
+
+#include <algorithm>
+#include <array>
+
+namespace desktop {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+constexpr std::array kFormats{&kCalendarFormat};
+
+char lowerCase(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+std::string lowerCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](char letter) { return lowerCase(letter); });
+  return text;
+}
+
+bool beginsWith(std::string_view text, std::string_view beginning) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text.remove_prefix(std::min(text.find_first_not_of("\r\n"), text.size()));
+  return lowerCase(std::string(text.substr(0, beginning.size()))) == lowerCase(std::string(beginning));
+}
+
+}  // namespace
+
+std::span<const FileFormat* const> fileFormats() {
+  return kFormats;
+}
+
+const FileFormat* formatByName(const std::filesystem::path& path) {
+  const std::string extension = lowerCase(path.extension().string());
+  for (const FileFormat* format : kFormats) {
+    if (extension == format->extension) return format;
+  }
+  return nullptr;
+}
+
+const FileFormat& formatOf(const std::filesystem::path& path, std::string_view text) {
+  if (const FileFormat* format = formatByName(path)) return *format;
+  for (const FileFormat* format : kFormats) {
+    if (beginsWith(text, format->beginning)) return *format;
+  }
+  return *kFormats.front();
+}
+
+}  // namespace desktop

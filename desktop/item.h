@@ -1,0 +1,13 @@
+// An item of any type as the desktop holds it.
+#pragma once
+
+#include <variant>
+
+#include "desktop/appointment.h"
+#include "desktop/task.h"
+
+namespace desktop {
+
+using Item = std::variant<Appointment, Task>;
+
+}  // namespace desktop

@@ -1,0 +1,95 @@
+#include "desktop/item_files.h"
+
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
+#include "desktop/input_error.h"
+#include "desktop/local_file.h"
+
+namespace desktop {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kUidName = "UID";
+
+/// ".ics or .vcf"
+std::string spellExtensions() {
+  std::string text;
+  for (const FileFormat* format : fileFormats())
+    text += (text.empty() ? "" : " or ") + std::string(format->extension);
+  return text;
+}
+
+std::vector<fs::path> filesIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    if (formatByName(entry->path()) != nullptr && entry->is_regular_file()) files.push_back(entry->path());
+  }
+  if (error) throw InputError(folder.string() + ": " + error.message());
+  if (files.empty()) throw InputError(folder.string() + ": no " + spellExtensions() + " file in this folder");
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+void readInto(FileItems& all, const fs::path& path) {
+  const std::string text = readTextFile(path);
+  FileItems file = formatOf(path, text).read(text, path.string());
+  std::move(file.items.begin(), file.items.end(), std::back_inserter(all.items));
+  std::move(file.problems.begin(), file.problems.end(), std::back_inserter(all.problems));
+}
+
+/// Long lines go on in the next one, after a blank.
+std::string unfolded(std::string_view text) {
+  std::string whole;
+  for (const char letter : text) {
+    const bool goesOn = (letter == ' ' || letter == '\t') && whole.ends_with('\n');
+    if (!goesOn) {
+      whole += letter;
+      continue;
+    }
+    whole.pop_back();
+    if (whole.ends_with('\r')) whole.pop_back();
+  }
+  return whole;
+}
+
+}  // namespace
+
+FileItems readItemFiles(std::span<const fs::path> paths) {
+  FileItems all;
+  for (const fs::path& path : paths) {
+    if (fs::is_directory(path)) {
+      for (const fs::path& file : filesIn(path)) readInto(all, file);
+    } else {
+      readInto(all, path);
+    }
+  }
+  return all;
+}
+
+bool namesOnly(std::string_view text, std::string_view uid) {
+  bool isNamed = false;
+  std::istringstream lines(unfolded(text));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    if (!line.starts_with(kUidName)) continue;
+    if (line.substr(kUidName.size()) != ":" + std::string(uid)) return false;
+    isNamed = true;
+  }
+  return isNamed;
+}
+
+fs::path makeItemFolder(const fs::path& folder, const ItemKind& kind) {
+  const fs::path own = folder / kind.folder;
+  std::error_code error;
+  fs::create_directories(own, error);
+  if (error) throw InputError(own.string() + ": " + error.message());
+  return own;
+}
+
+}  // namespace desktop

@@ -1,0 +1,34 @@
+#include "desktop/item_kind.h"
+
+#include <array>
+
+#include "desktop/overloaded.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr std::array kKinds{&kAppointmentKind, &kTaskKind};
+
+}  // namespace
+
+std::span<const ItemKind* const> itemKinds() {
+  return kKinds;
+}
+
+const ItemKind* kindOf(ItemType type) {
+  for (const ItemKind* kind : kKinds) {
+    if (kind->type == type) return kind;
+  }
+  return nullptr;
+}
+
+const ItemKind& kindOf(const Item& item) {
+  return std::visit(Overloaded{
+                        [](const Appointment&) -> const ItemKind& { return kAppointmentKind; },
+                        [](const Task&) -> const ItemKind& { return kTaskKind; },
+                    },
+                    item);
+}
+
+}  // namespace desktop

@@ -1,0 +1,55 @@
+// What is known about each type of items: its names, how it travels, and how it stands in files and lists.
+//
+// Push, pull, list and show work on these rows alone; a type that gets a row is carried by all of them.
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "desktop/difference.h"
+#include "desktop/file_format.h"
+#include "desktop/item.h"
+#include "desktop/wire.h"
+
+namespace desktop {
+
+struct ItemKind {
+  ItemType type;
+  const char* name;      ///< "appointments", as a person calls them
+  const char* singular;  ///< "appointment", in messages and in UIDs
+  const char* folder;    ///< "calendar", where their files are kept
+  const FileFormat& format;
+  std::span<const char* const> columns;  ///< of a list, which is sorted by the first one
+
+  /// Reads the record of the given item. Throws ProtocolError for any other bytes.
+  Item (*read)(WireReader& record, std::uint32_t oid);
+  /// Makes the item one that the device can hold, and notes what that changes.
+  void (*adapt)(Item& item, std::vector<std::string>& notes);
+  /// The records, at least one, that make the device's item the given one when they are written one after
+  /// another. `isThere` tells that the device has the item, so that something of it may have to go.
+  std::vector<Bytes> (*write)(const Item& item, bool isThere);
+  std::vector<Difference> (*compare)(const Item& sent, const Item& device);
+  /// As a file of the format. Throws DeviceRefusal when the item has no meaning in one.
+  std::string (*fileText)(const Item& item, const std::string& uid);
+  /// What a person knows the item by.
+  std::u16string (*title)(const Item& item);
+  /// One for each column.
+  std::vector<std::string> (*cells)(const Item& item);
+  nlohmann::json (*toJson)(const Item& item);
+};
+
+extern const ItemKind kAppointmentKind;
+extern const ItemKind kTaskKind;
+
+/// The kinds that this version carries, in the order in which they are sent and written.
+std::span<const ItemKind* const> itemKinds();
+
+/// Null for a type that this version doesn't carry.
+const ItemKind* kindOf(ItemType type);
+
+const ItemKind& kindOf(const Item& item);
+
+}  // namespace desktop

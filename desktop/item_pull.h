@@ -1,0 +1,29 @@
+// Writes a device's items as standard files.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "desktop/item_kind.h"
+#include "desktop/session.h"
+
+namespace desktop {
+
+struct PullOutcome {
+  std::uint32_t oid = 0;
+  std::filesystem::path file;
+  bool written = false;  ///< false also when the file held the same already
+  std::string failure;   ///< empty when all went well
+};
+
+using PullReport = std::function<void(const PullOutcome& outcome, std::size_t total)>;
+
+/// Writes each item of the kind to `OID.ics`, or with the extension of its format, in the folder, and reports
+/// each. A file of that name is replaced only when it is this device's same item; otherwise it stays and the
+/// item fails. Throws DeviceRefusal when the device can't list its items.
+void pullItems(Session& session, const ItemKind& kind, const std::u16string& deviceIdentity,
+               const std::filesystem::path& folder, const PullReport& report);
+
+}  // namespace desktop
