@@ -139,13 +139,13 @@ TEST_F(ItemCommands, deleteAllPassesOverWhatCannotBeRemoved) {
 }
 
 TEST_F(ItemCommands, typesWithoutAFolderAreRefused) {
-  const auto replies = session({request(6, kMail), request(5, kInkNote)});
+  const auto replies = session({request(6, kMail), request(5, kMail)});
   EXPECT_EQ(replies, (std::vector<Bytes>{hex("00 03 00000000"), hex("00 03")}));
 }
 
 TEST_F(ItemCommands, typesWithoutAWriterAnswerTheHeaderAloneWithStatusOne) {
   const auto replies =
-      session({request(2, kMail).u32(7), request(3, kInkNote).u32(8), request(7, kMail).u32(1)});
+      session({request(2, kMail).u32(7), request(3, kMail).u32(8), request(7, kMail).u32(1)});
   EXPECT_EQ(replies[0], hex("00 01 00000000 07000000"));
   EXPECT_EQ(replies[1], hex("00 01 08000000 08000000"));
   EXPECT_EQ(replies[2], Bytes());
