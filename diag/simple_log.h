@@ -8,7 +8,8 @@
 
 namespace qorv {
 
-/// The folder is not made: where it is missing there is no log. Nothing in a line but its text: no time, no level.
+/// The folder is not made: where it is missing there is no log. Nothing in a line but its text: no time, no
+/// level.
 class CCESimpleLog {
  public:
   /// Writes to "\temp\qrvdbg.log", which is begun anew.

@@ -44,7 +44,7 @@ void send(const WCHAR* message, std::size_t length) {
 }  // namespace
 
 void traceFormatted(LPCWSTR format, std::span<const TraceArgument> arguments) {
-  std::array<WCHAR, kMaxTrace + 1> message;
+  std::array<WCHAR, kMaxTrace + 1> message{};
   const std::size_t length = formatTrace(message, format ? format : u"", arguments);
   OutputDebugStringW(message.data());
   send(message.data(), length);

@@ -40,10 +40,11 @@ class TraceArgument {
 
 /// Writes the message and a NUL; what has no room is cut off. The characters without the NUL.
 ///
-/// Conversions d i u o x X c C s S p %, with flags, width and precision, * included. Length modifiers may stand
-/// there and mean nothing: an argument has its own width, and a text its own kind of characters. Whatever else
-/// follows a %, and a conversion without an argument, is printed as it stands. There are no floating-point
-/// conversions: they would swell the device library, and nothing here is measured in fractions.
+/// Conversions d i u o x X c C s S p %, with flags, width and precision, * included. Length modifiers may
+/// stand there and mean nothing: an argument has its own width, and a text its own kind of characters.
+/// Whatever else follows a %, and a conversion without an argument, is printed as it stands. There are no
+/// floating-point conversions: they would swell the device library, and nothing here is measured in
+/// fractions.
 std::size_t formatTrace(std::span<WCHAR> message, std::u16string_view format,
                         std::span<const TraceArgument> arguments);
 

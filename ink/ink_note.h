@@ -14,8 +14,8 @@ inline constexpr DWORD kName = 1;
 inline constexpr DWORD kContent = 2;
 }  // namespace note_tag
 
-/// A note is known by its file's object identifier. Changes are found by comparing the files with what they were at
-/// the last commit, whatever the contract.
+/// A note is known by its file's object identifier. Changes are found by comparing the files with what they
+/// were at the last commit, whatever the contract.
 class CCEInkNote : public CQorvApiBase {
  public:
   CCEInkNote();

@@ -40,14 +40,14 @@ std::u16string freePath(std::u16string_view noteName) {
   return path;
 }
 
-/// Where a note is to be written. A note that gets another name leaves its old place; without a name, and with the
-/// name that it has, it stays where it is.
+/// Where a note is to be written. A note that gets another name leaves its old place; without a name, and
+/// with the name that it has, it stays where it is.
 std::u16string pathFor(CEOID oid, std::u16string_view name) {
   const auto old = oid != 0 ? pathOfFile(oid) : std::nullopt;
   if (!old) return freePath(name);
   if (name.empty() || name == noteNameOf(*old)) return *old;
   // What can't be written must not cost the note that is there.
-  const std::u16string renamed = notePath(fileNameFor(name));
+  std::u16string renamed = notePath(fileNameFor(name));
   if (!canBeFile(renamed)) return renamed;
   eraseFile(oid);
   return freePath(name);

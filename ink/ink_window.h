@@ -7,8 +7,9 @@
 
 namespace qorv {
 
-/// Takes the content of a note file and gives it as plain text, or the other way round. Whether a transfer went well
-/// is not told: what could not be read is an empty text, and what could not be written is not in the file.
+/// Takes the content of a note file and gives it as plain text, or the other way round. Whether a transfer
+/// went well is not told: what could not be read is an empty text, and what could not be written is not in
+/// the file.
 class InkWindow {
  public:
   InkWindow();

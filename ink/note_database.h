@@ -1,6 +1,7 @@
 // The note database: which notes there were, and when each was last written, at the last commit.
 //
-// "\qvNoteDb" in the object store, two ascending orders, by property 1 and by property 2. A record is one note:
+// "\qvNoteDb" in the object store, two ascending orders, by property 1 and by property 2. A record is one
+// note:
 //
 //   property 1  0x00010013  u32       the note file's object identifier
 //   property 2  0x00020040  FILETIME  when it was last written
@@ -27,7 +28,8 @@ class NoteDatabase {
 
   [[nodiscard]] bool isOpen() const { return static_cast<bool>(database_); }
 
-  /// Gives `visit` one record after another. Records that can't be read, or that name no note, are passed over.
+  /// Gives `visit` one record after another. Records that can't be read, or that name no note, are passed
+  /// over.
   template <typename Visit>
   void visit(Visit visit) const {
     RecordReader reader(database_.get());

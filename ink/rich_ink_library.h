@@ -5,8 +5,8 @@
 
 namespace qorv {
 
-/// Where the platform is too old, or has no such library, nothing is loaded, and no window of the control can be
-/// made.
+/// Where the platform is too old, or has no such library, nothing is loaded, and no window of the control can
+/// be made.
 class RichInkLibrary {
  public:
   RichInkLibrary();

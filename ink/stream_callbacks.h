@@ -23,8 +23,8 @@ struct MemoryCookie {
 };
 static_assert(kHasDeviceLayout<sizeof(MemoryCookie), 16>);
 
-// Each is called with the address of its cookie, a buffer and a number of bytes, tells in *moved how many it took or
-// gave, and returns 0 or the platform's error. None throws: the control could not pass it on.
+// Each is called with the address of its cookie, a buffer and a number of bytes, tells in *moved how many it
+// took or gave, and returns 0 or the platform's error. None throws: the control could not pass it on.
 
 /// From the file into the buffer.
 DWORD readFromFile(DWORD_PTR cookie, BYTE* buffer, LONG count, LONG* moved) noexcept;
@@ -32,8 +32,9 @@ DWORD readFromFile(DWORD_PTR cookie, BYTE* buffer, LONG count, LONG* moved) noex
 DWORD writeToFile(DWORD_PTR cookie, BYTE* buffer, LONG count, LONG* moved) noexcept;
 /// From memory into the buffer.
 DWORD readFromMemory(DWORD_PTR cookie, BYTE* buffer, LONG count, LONG* moved) noexcept;
-/// From the buffer into memory, as much as there is room for; a terminating zero character follows the last byte that
-/// has room, so there are two bytes more than the cookie says. Without memory the bytes are counted only.
+/// From the buffer into memory, as much as there is room for; a terminating zero character follows the last
+/// byte that has room, so there are two bytes more than the cookie says. Without memory the bytes are counted
+/// only.
 DWORD writeToMemory(DWORD_PTR cookie, BYTE* buffer, LONG count, LONG* moved) noexcept;
 
 }  // namespace qorv

@@ -6,7 +6,8 @@
 //       10     4  u32 characters
 //       14   2 n  the text, UTF-16LE, without a terminator
 //
-// Integers are little-endian. It is the emulated device's own: the platform's form is known to its control only.
+// Integers are little-endian. It is the emulated device's own: the platform's form is known to its control
+// only.
 #pragma once
 
 #include <optional>

@@ -14,10 +14,10 @@ namespace emulator {
 inline constexpr OsVersion kFirstVersionWithRichInk{3, 0, 11171};
 
 /// A window keeps its text as it is, line ends included. EM_STREAMIN replaces it and EM_STREAMOUT gives it,
-/// as SF_UTEXT or SF_PWI; both answer the number of characters. A text that comes in ends at its first NUL, or
-/// else where the stream ends; an odd last byte is no character. The stream's error word says what went wrong:
-/// the callback's own error, ERROR_INVALID_DATA for a file that is no note, ERROR_INVALID_PARAMETER for another
-/// format. The window's text stays what it was then.
+/// as SF_UTEXT or SF_PWI; both answer the number of characters. A text that comes in ends at its first NUL,
+/// or else where the stream ends; an odd last byte is no character. The stream's error word says what went
+/// wrong: the callback's own error, ERROR_INVALID_DATA for a file that is no note, ERROR_INVALID_PARAMETER
+/// for another format. The window's text stays what it was then.
 class RichInk {
  public:
   explicit RichInk(Windows& windows) : windows_(windows) {}

@@ -134,8 +134,8 @@ TEST_F(NoteRead, ofSeveralIsOneListOfRecords) {
 }
 
 TEST_F(NoteRead, aTextThatPassesTheLimitEndsTheList) {
-  // 0x1B000 bytes less what is in front of it and the NUL: the header of the list and the record, tag, count, "n"
-  // with its NUL, then tag and count, which are not part of the test.
+  // 0x1B000 bytes less what is in front of it and the NUL: the header of the list and the record, tag, count,
+  // "n" with its NUL, then tag and count, which are not part of the test.
   const std::size_t fits = (0x1B000 - 7 - 7 - 8 - 4) / 2 - 1;
   const DWORD fitting = placeNote(u"n.pwi", std::u16string(fits, u'x'));
   const DWORD tooLong = placeNote(u"m.pwi", std::u16string(fits + 1, u'x'));
