@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "bench/frames.h"
 #include "bench/serve.h"
 
 namespace bench {
@@ -45,9 +44,7 @@ ServedProcess::ServedProcess(const std::function<void(emulator::Device&)>& fill)
     : pair_(connectLoopback()), process_(startServing(filledDevice(folder_, fill), pair_)) {}
 
 ServedProcess::~ServedProcess() {
-  Payload reply;
-  sendFrame(socket(), request(1, 2));
-  receiveFrame(socket(), reply);
+  pair_.requester = {};
   waitpid(process_, nullptr, 0);
 }
 

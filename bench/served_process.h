@@ -11,7 +11,7 @@
 
 namespace bench {
 
-/// Its session ends when it is destroyed. To be made while the program has one thread.
+/// Its session ends when it is destroyed and nobody else holds its socket. To be made while the program has one thread.
 class ServedProcess {
  public:
   /// `fill` gets the fresh device; what it makes is committed.

@@ -4,6 +4,7 @@
 
 #include "desktop/all_day_end.h"
 #include "desktop/appointment_difference.h"
+#include "desktop/appointment_fields.h"
 #include "desktop/appointment_json.h"
 #include "desktop/appointment_record.h"
 #include "desktop/calendar_text.h"
@@ -17,6 +18,7 @@ namespace desktop {
 namespace {
 
 constexpr std::array kColumns{"START", "END", "SUBJECT"};
+constexpr auto kLayouts = seriesLayoutsOf(kAppointmentFields);
 
 const Appointment& appointmentIn(const Item& item) {
   return std::get<Appointment>(item);
@@ -47,7 +49,7 @@ std::vector<Difference> compare(const Item& sent, const Item& device) {
   return compareAppointments(appointmentIn(sent), appointmentIn(device));
 }
 
-std::string fileText(const Item& item, const std::string& uid) {
+std::string fileText(const Item& item, const std::string& uid, const FileStyle&) {
   return calendarText(appointmentIn(item), uid);
 }
 
@@ -85,6 +87,7 @@ const ItemKind kAppointmentKind{
     .folder = "calendar",
     .format = kCalendarFormat,
     .columns = kColumns,
+    .layouts = kLayouts,
     .read = read,
     .adapt = adapt,
     .write = write,

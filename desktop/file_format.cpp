@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-constexpr std::array kFormats{&kCalendarFormat};
+constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat};
 
 char lowerCase(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;

@@ -19,6 +19,7 @@ struct FileFormat {
 };
 
 extern const FileFormat kCalendarFormat;
+extern const FileFormat kVcardFormat;
 
 /// All formats; the first one is what a file is taken for that shows nothing else.
 std::span<const FileFormat* const> fileFormats();

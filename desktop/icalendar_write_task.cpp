@@ -1,4 +1,6 @@
 // Writing tasks into calendar files.
+#include <cstdlib>
+
 #include "desktop/icalendar.h"
 #include "desktop/icalendar_components.h"
 #include "desktop/icalendar_text.h"
@@ -51,6 +53,9 @@ void addCompletion(icalcomponent& todo, bool complete) {
   if (complete) addProperty(todo, icalproperty_new_percentcomplete(kDone));
 }
 
+/// A duration can't be longer than some decades.
+constexpr std::int64_t kLongestLead = std::int64_t{20} * 366 * 24 * 60 * 60;
+
 /// From the due date on, so that the file means the same in every zone, as the task does.
 icalproperty* triggerFromDue(const Task& task) {
   icaltriggertype trigger{};
@@ -69,7 +74,9 @@ icalproperty* triggerAt(const LocalTime& moment) {
 
 void addReminder(icalcomponent& todo, const Task& task) {
   if (!task.reminderSet || isNone(task.reminderTime)) return;
-  addAlarm(todo, isNone(task.due) ? triggerAt(task.reminderTime) : triggerFromDue(task), task.subject);
+  const bool isNearDue =
+      !isNone(task.due) && std::abs(secondsBetween(task.due, task.reminderTime)) <= kLongestLead;
+  addAlarm(todo, isNearDue ? triggerFromDue(task) : triggerAt(task.reminderTime), task.subject);
 }
 
 }  // namespace

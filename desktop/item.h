@@ -4,10 +4,11 @@
 #include <variant>
 
 #include "desktop/appointment.h"
+#include "desktop/contact.h"
 #include "desktop/task.h"
 
 namespace desktop {
 
-using Item = std::variant<Appointment, Task>;
+using Item = std::variant<Appointment, Task, Contact>;
 
 }  // namespace desktop

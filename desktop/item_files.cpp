@@ -14,6 +14,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kUidName = "UID";
+/// As cards of version 4.0 have it, where a UID is an address otherwise.
+constexpr std::string_view kTextParameter = ";VALUE=text";
 
 /// ".ics or .vcf"
 std::string spellExtensions() {
@@ -41,6 +43,12 @@ void readInto(FileItems& all, const fs::path& path) {
   FileItems file = formatOf(path, text).read(text, path.string());
   std::move(file.items.begin(), file.items.end(), std::back_inserter(all.items));
   std::move(file.problems.begin(), file.problems.end(), std::back_inserter(all.problems));
+}
+
+/// Whether a line goes on, after its name, with that parameter and that value.
+bool isValue(std::string_view rest, std::string_view parameter, std::string_view value) {
+  return rest.starts_with(parameter) && rest.substr(parameter.size()).starts_with(':') &&
+         rest.substr(parameter.size() + 1) == value;
 }
 
 /// Long lines go on in the next one, after a blank.
@@ -78,7 +86,8 @@ bool namesOnly(std::string_view text, std::string_view uid) {
   for (std::string line; std::getline(lines, line);) {
     if (line.ends_with('\r')) line.pop_back();
     if (!line.starts_with(kUidName)) continue;
-    if (line.substr(kUidName.size()) != ":" + std::string(uid)) return false;
+    const std::string_view rest = std::string_view(line).substr(kUidName.size());
+    if (!isValue(rest, "", uid) && !isValue(rest, kTextParameter, uid)) return false;
     isNamed = true;
   }
   return isNamed;

@@ -8,7 +8,7 @@ namespace desktop {
 
 namespace {
 
-constexpr std::array kKinds{&kAppointmentKind, &kTaskKind};
+constexpr std::array kKinds{&kAppointmentKind, &kTaskKind, &kContactKind};
 
 }  // namespace
 
@@ -26,6 +26,7 @@ const ItemKind* kindOf(ItemType type) {
 const ItemKind& kindOf(const Item& item) {
   return std::visit(Overloaded{
                         [](const Appointment&) -> const ItemKind& { return kAppointmentKind; },
+                        [](const Contact&) -> const ItemKind& { return kContactKind; },
                         [](const Task&) -> const ItemKind& { return kTaskKind; },
                     },
                     item);

@@ -11,7 +11,9 @@
 
 #include "desktop/difference.h"
 #include "desktop/file_format.h"
+#include "desktop/file_style.h"
 #include "desktop/item.h"
+#include "desktop/record_layout.h"
 #include "desktop/wire.h"
 
 namespace desktop {
@@ -23,6 +25,7 @@ struct ItemKind {
   const char* folder;    ///< "calendar", where their files are kept
   const FileFormat& format;
   std::span<const char* const> columns;  ///< of a list, which is sorted by the first one
+  std::span<const FieldLayout> layouts;  ///< of the fields of their records
 
   /// Reads the record of the given item. Throws ProtocolError for any other bytes.
   Item (*read)(WireReader& record, std::uint32_t oid);
@@ -33,7 +36,7 @@ struct ItemKind {
   std::vector<Bytes> (*write)(const Item& item, bool isThere);
   std::vector<Difference> (*compare)(const Item& sent, const Item& device);
   /// As a file of the format. Throws DeviceRefusal when the item has no meaning in one.
-  std::string (*fileText)(const Item& item, const std::string& uid);
+  std::string (*fileText)(const Item& item, const std::string& uid, const FileStyle& style);
   /// What a person knows the item by.
   std::u16string (*title)(const Item& item);
   /// One for each column.
@@ -43,6 +46,7 @@ struct ItemKind {
 
 extern const ItemKind kAppointmentKind;
 extern const ItemKind kTaskKind;
+extern const ItemKind kContactKind;
 
 /// The kinds that this version carries, in the order in which they are sent and written.
 std::span<const ItemKind* const> itemKinds();

@@ -13,14 +13,14 @@ namespace {
 
 class Puller {
  public:
-  Puller(const ItemKind& kind, const std::u16string& identity, const std::filesystem::path& folder)
-      : kind_(kind), identity_(identity), folder_(folder) {}
+  Puller(const ItemKind& kind, const std::u16string& identity, const PullTarget& target)
+      : kind_(kind), identity_(identity), target_(target) {}
 
   PullOutcome write(const Item& item, std::uint32_t oid) const {
     PullOutcome outcome = outcomeOf(oid);
     const std::string uid = itemUid(kind_, identity_, oid);
     try {
-      const std::string text = kind_.fileText(item, uid);
+      const std::string text = kind_.fileText(item, uid, target_.style);
       outcome.failure = whyKept(outcome.file, uid);
       if (outcome.failure.empty()) outcome.written = writeTextFile(outcome.file, text);
     } catch (const DeviceRefusal& refusal) {
@@ -39,7 +39,7 @@ class Puller {
   PullOutcome outcomeOf(std::uint32_t oid) const {
     PullOutcome outcome;
     outcome.oid = oid;
-    outcome.file = folder_ / (std::to_string(oid) + kind_.format.extension);
+    outcome.file = target_.folder / (std::to_string(oid) + kind_.format.extension);
     return outcome;
   }
 
@@ -58,14 +58,14 @@ class Puller {
 
   const ItemKind& kind_;
   const std::u16string& identity_;
-  const std::filesystem::path& folder_;
+  const PullTarget& target_;
 };
 
 }  // namespace
 
 void pullItems(Session& session, const ItemKind& kind, const std::u16string& deviceIdentity,
-               const std::filesystem::path& folder, const PullReport& report) {
-  const Puller puller(kind, deviceIdentity, folder);
+               const PullTarget& target, const PullReport& report) {
+  const Puller puller(kind, deviceIdentity, target);
   const std::vector<std::uint32_t> oids = listItems(session, kind.type);
   const ItemSink sink{
       [&](WireReader& record, std::uint32_t oid) {

@@ -18,12 +18,18 @@ struct PullOutcome {
   std::string failure;   ///< empty when all went well
 };
 
+/// Where the files go, and in which of their formats' forms.
+struct PullTarget {
+  std::filesystem::path folder;
+  FileStyle style;
+};
+
 using PullReport = std::function<void(const PullOutcome& outcome, std::size_t total)>;
 
 /// Writes each item of the kind to `OID.ics`, or with the extension of its format, in the folder, and reports
 /// each. A file of that name is replaced only when it is this device's same item; otherwise it stays and the
 /// item fails. Throws DeviceRefusal when the device can't list its items.
 void pullItems(Session& session, const ItemKind& kind, const std::u16string& deviceIdentity,
-               const std::filesystem::path& folder, const PullReport& report);
+               const PullTarget& target, const PullReport& report);
 
 }  // namespace desktop

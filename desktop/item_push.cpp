@@ -4,6 +4,7 @@
 #include <map>
 #include <unordered_set>
 
+#include "desktop/device_error.h"
 #include "desktop/device_info.h"
 #include "desktop/item_reader.h"
 #include "desktop/item_uid.h"
@@ -146,13 +147,25 @@ std::vector<const FileItem*> ofKind(std::span<const FileItem> items, const ItemK
   return chosen;
 }
 
+void pushKind(Session& session, const ItemKind& kind, const std::u16string& identity,
+              std::span<const FileItem* const> items, const PushReport& report) {
+  try {
+    Pusher(session, kind, identity).push(items, report);
+  } catch (const DeviceRefusal& refusal) {
+    // Only the list of what is there can be refused, before anything is sent.
+    PushOutcome outcome;
+    outcome.failure = refusal.what();
+    for (const FileItem* item : items) report(*item, outcome);
+  }
+}
+
 }  // namespace
 
 void pushItems(Session& session, std::span<const FileItem> items, const PushReport& report) {
   const std::u16string identity = readIdentity(session);
   for (const ItemKind* kind : itemKinds()) {
     const std::vector<const FileItem*> chosen = ofKind(items, *kind);
-    if (!chosen.empty()) Pusher(session, *kind, identity).push(chosen, report);
+    if (!chosen.empty()) pushKind(session, *kind, identity, chosen, report);
   }
 }
 

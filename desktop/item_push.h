@@ -25,7 +25,7 @@ struct PushOutcome {
 using PushReport = std::function<void(const FileItem& item, const PushOutcome& outcome)>;
 
 /// Sends the items, kind by kind and in batches, reads each back, and reports each; those of one kind in the
-/// given order. Throws DeviceRefusal when the device can't list its items.
+/// given order. Those of a kind that the device can't list fail.
 void pushItems(Session& session, std::span<const FileItem> items, const PushReport& report);
 
 }  // namespace desktop

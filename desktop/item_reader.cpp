@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "desktop/device_error.h"
+#include "desktop/list_header.h"
 
 namespace desktop {
 
@@ -10,23 +11,9 @@ namespace {
 
 /// About as many everyday appointments as the device puts into one reply.
 constexpr std::size_t kReadBatch = 128;
-constexpr std::size_t kListHeaderSize = 7;
+constexpr std::size_t kOidSize = 4;
 /// The answer to a list with an unknown item in it has this many unused bytes at its end.
 constexpr std::size_t kUnknownItemTail = 7;
-
-struct ListHeader {
-  bool done;
-  std::uint32_t count;
-};
-
-ListHeader readListHeader(WireReader& reader) {
-  ListHeader header{};
-  header.done = reader.byte() == 1;
-  reader.byte();  // the status is only about contracts
-  header.count = reader.number();
-  reader.byte();  // the last record's field count
-  return header;
-}
 
 Bytes requestRecords(Session& session, ItemType type, std::span<const std::uint32_t> oids) {
   WireWriter arguments;
@@ -79,10 +66,7 @@ std::vector<std::uint32_t> listItems(Session& session, ItemType type) {
   WireReader reader(reply);
   const ListHeader header = readListHeader(reader);
   if (!header.done) throw DeviceRefusal("the device can't list all its items");
-  if (reader.left() != std::size_t{header.count} * 4) {
-    throw ProtocolError("a list of " + std::to_string(header.count) + " items has " +
-                        std::to_string(reader.left()) + " bytes");
-  }
+  expectEntries(reader, header, kOidSize);
   std::vector<std::uint32_t> oids(header.count);
   for (std::uint32_t& oid : oids) oid = reader.number();
   return oids;

@@ -16,6 +16,7 @@ namespace desktop {
 namespace {
 
 constexpr std::array kColumns{"DUE", "DONE", "IMPORTANCE", "SUBJECT"};
+constexpr auto kLayouts = seriesLayoutsOf(kTaskFields);
 constexpr std::array kImportances{"low", "normal", "high"};
 
 const Task& taskIn(const Item& item) {
@@ -40,7 +41,7 @@ std::vector<Difference> compare(const Item& sent, const Item& device) {
   return out;
 }
 
-std::string fileText(const Item& item, const std::string& uid) {
+std::string fileText(const Item& item, const std::string& uid, const FileStyle&) {
   return calendarText(taskIn(item), uid);
 }
 
@@ -76,6 +77,7 @@ const ItemKind kTaskKind{
     .folder = "tasks",
     .format = kCalendarFormat,
     .columns = kColumns,
+    .layouts = kLayouts,
     .read = read,
     .adapt = adapt,
     .write = write,

@@ -13,6 +13,11 @@
 //    2 add        u32 reference, record               item reply, 10 unused bytes
 //    3 change     u32 OID, record                     as 2
 //    6 count      -                                   u8 result, u8 status, u32 count
+//    7 read one   u32 OID                            record; 0, 3 when there is no such item
+//    9 forget     text contract                      0 or 2 bytes: u8 result, u8 status
+//   10 find       text contract                      u8 result, u8 status
+//   11 changes    text contract                      list header, (u32 OID, u8 kind) each
+//   12 commit     text contract                      u8 result, u8 status
 //   13 list       -                                   list header, u32 OID each
 //   14 identity   -                                   u32, text
 //   15 write      u32 n, n x (u8 2 = add or 3 = change, u8 item type, u32 reference or OID, record)
@@ -51,6 +56,11 @@ enum class Command : std::uint8_t {
   AddItem = 2,
   ChangeItem = 3,
   CountItems = 6,
+  ReadItem = 7,
+  DeleteContract = 9,
+  FindContract = 10,
+  GetChanges = 11,
+  CommitChanges = 12,
   GetAllItems = 13,
   GetDeviceIdentity = 14,
   WriteItems = 15,

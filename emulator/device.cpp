@@ -62,6 +62,7 @@ void Device::commit() {
 void Device::rollback() {
   store.rollback();
   clock.reload();
+  databaseStore.forgetUndone();
   recorder.endRequest();
 }
 

@@ -19,7 +19,7 @@ struct ContactTextField {
 
 namespace contact_tag {
 inline constexpr DWORD kCompanyName = 4;
-/// Accepted from the desktop, never sent: the device composes it anew.
+/// Accepted from the desktop, never sent: desktops compose it themselves.
 inline constexpr DWORD kFileAs = 26;
 inline constexpr DWORD kFirstName = 31;
 inline constexpr DWORD kLastName = 33;

@@ -48,7 +48,8 @@ void ContactWriter::applyField(DWORD fieldTag) {
 }
 
 void ContactWriter::composeFileAs() {
-  // Both names, be they empty, take precedence over what the desktop sent to file the contact under.
+  // Both names, be they empty, replace what the desktop sent to file the contact under: the device's list goes by
+  // last names.
   if (lastName_ && firstName_) {
     std::u16string composed = std::u16string(lastName_.get()) + u", " + firstName_.get();
     contact_.put_FileAs(composed.data());

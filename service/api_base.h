@@ -9,7 +9,6 @@
 
 namespace qorv {
 
-class ContractLookup;
 struct Change;
 struct ObtainedItem;
 
@@ -99,8 +98,7 @@ class CQorvApiBase : public RequestReader, public ReplyWriter {
   RequestText readContractName();
   /// The status pair of a contract operation; its argument again.
   bool answerContract(bool succeeded);
-  void listChangesOf(const ContractLookup& contract);
-  void listChangesAfter(DWORD sequence);
+  void listChangesOf(const RequestText& name);
   bool listChange(const Change& change);
   void listFolder(IPOutlookItemCollection& items, int count);
   void listItem(IPOutlookItemCollection& items, int index);

@@ -12,9 +12,8 @@ namespace qorv {
 inline constexpr DWORD kCounterSettleTime = 2000;
 
 /// One hour of such waits, which is longer than any load of a device with changes takes: then what was read
-/// last stands. A number that is too small costs the desktop some changes that it knows already, and a reset
-/// that didn't hold costs nothing, because the log is empty; a session that never ends would cost the
-/// device.
+/// last stands. Then the desktop may be told again of changes that it knows already; a session that never
+/// ends would cost it the device.
 inline constexpr int kMostCounterWaits = 3600 * 1000 / kCounterSettleTime;
 
 /// One counter during one request. Its value's name is the log's own.

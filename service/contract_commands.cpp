@@ -77,23 +77,22 @@ bool CQorvApiBase::listChange(const Change& change) {
 }
 
 /// A log that can't be opened is an empty one.
-void CQorvApiBase::listChangesAfter(DWORD sequence) {
-  if (traits_.changeLog) {
-    if (const ChangeLog log(*traits_.changeLog); log.isOpen()) {
-      // Newest first: the first change that the desktop knows ends the list, however long the log goes on.
-      log.visit([&](const Change& change) { return change.sequence > sequence && listChange(change); });
-    }
+void CQorvApiBase::listChangesOf(const RequestText& name) {
+  // Declared first, so that the contract database is closed before the log.
+  std::optional<ChangeLog> log;
+  const ContractLookup contract(name);
+  const auto sequence = lastCommitted(contract);
+  if (!sequence) {
+    listHeader_.status = kStatusContractFailed;
+    return;
+  }
+  if (traits_.changeLog) log.emplace(*traits_.changeLog);
+  if (log && log->isOpen()) {
+    // Newest first: the first change that the desktop knows ends the list, however long the log goes on.
+    log->visit([&](const Change& change) { return change.sequence > *sequence && listChange(change); });
   }
   // Nobody shall take a part for the whole.
   listHeader_.result = bufferFull() ? 0 : 1;
-}
-
-void CQorvApiBase::listChangesOf(const ContractLookup& contract) {
-  if (const auto sequence = lastCommitted(contract)) {
-    listChangesAfter(*sequence);
-  } else {
-    listHeader_.status = kStatusContractFailed;
-  }
 }
 
 bool CQorvApiBase::GetChanges() {
@@ -104,7 +103,7 @@ bool CQorvApiBase::GetChanges() {
   if (requestCut()) {
     listHeader_.status = kStatusContractFailed;
   } else {
-    listChangesOf(ContractLookup(name));
+    listChangesOf(name);
   }
   copyListHeader(0);
   return listHeader_.result != 0;

@@ -12,6 +12,8 @@ namespace qorv_sync {
 Action defineInfo(CLI::App& command);
 Action defineList(CLI::App& command);
 Action defineShow(CLI::App& command);
+Action defineDump(CLI::App& command);
+Action defineChanges(CLI::App& command);
 Action definePush(CLI::App& command);
 Action definePull(CLI::App& command);
 Action defineDelete(CLI::App& command);
@@ -28,6 +30,8 @@ inline constexpr std::array kCommands{
     CommandRow{"info", "Show the device's identity, platform level and item counts", defineInfo},
     CommandRow{"list", "List the device's items of a type", defineList},
     CommandRow{"show", "Show one item in its standard format", defineShow},
+    CommandRow{"dump", "Show one item's bytes as they travel", defineDump},
+    CommandRow{"changes", "List what changed since a contract's last commit", defineChanges},
     CommandRow{"push", "Send standard files to the device", definePush},
     CommandRow{"pull", "Write the device's items as standard files", definePull},
     CommandRow{"delete", "Delete items on the device", defineDelete},

@@ -1,4 +1,4 @@
-// qorv-sync: carries appointments and files between this computer and a device.
+// qorv-sync: carries contacts, calendars, tasks and files between this computer and a device.
 
 #include <iostream>
 
@@ -6,7 +6,8 @@
 
 int main(int argc, char** argv) {
   using namespace qorv_sync;
-  CLI::App app("Carries appointments and files between this computer and a device.", "qorv-sync");
+  CLI::App app("Carries contacts, calendars, tasks and files between this computer and a device.",
+               "qorv-sync");
   Options options;
   Action chosen;
   addOptions(app, options);

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/qorv_sync/commands.h"
+#include "apps/qorv_sync/file_style_option.h"
 #include "desktop/device_error.h"
 #include "desktop/device_info.h"
 #include "desktop/item_files.h"
@@ -13,7 +14,7 @@ namespace qorv_sync {
 namespace {
 
 void pullKind(Run& run, desktop::Session& session, const desktop::ItemKind& kind,
-              const std::u16string& identity, const std::filesystem::path& folder) {
+              const std::u16string& identity, const desktop::PullTarget& target) {
   nlohmann::json& data = run.report.data();
   std::size_t done = 0;
   const auto tell = [&](const desktop::PullOutcome& outcome, std::size_t total) {
@@ -28,23 +29,23 @@ void pullKind(Run& run, desktop::Session& session, const desktop::ItemKind& kind
                         std::to_string(total));
   };
   try {
-    desktop::pullItems(session, kind, identity, folder, tell);
+    desktop::pullItems(session, kind, identity, target, tell);
   } catch (const desktop::DeviceRefusal& refusal) {
     run.report.fail(std::string(kind.name) + ": " + refusal.what());
   }
 }
 
-void pull(Run& run, const std::filesystem::path& folder) {
-  std::map<const desktop::ItemKind*, std::filesystem::path> folders;
+void pull(Run& run, const desktop::PullTarget& target) {
+  std::map<const desktop::ItemKind*, desktop::PullTarget> targets;
   for (const desktop::ItemKind* kind : desktop::itemKinds()) {
-    folders[kind] = desktop::makeItemFolder(folder, *kind);
+    targets[kind] = {desktop::makeItemFolder(target.folder, *kind), target.style};
   }
   desktop::Session& session = run.connect();
   nlohmann::json& data = run.report.data();
   data = {{"written", nlohmann::json::array()}, {"unchanged", nlohmann::json::array()}};
   const std::u16string identity = desktop::readIdentity(session);
   for (const desktop::ItemKind* kind : desktop::itemKinds()) {
-    pullKind(run, session, *kind, identity, folders[kind]);
+    pullKind(run, session, *kind, identity, targets[kind]);
   }
   run.report.say(std::to_string(data["written"].size()) + " written, " +
                  std::to_string(data["unchanged"].size()) + " unchanged");
@@ -63,9 +64,10 @@ std::string spellFolders() {
 }  // namespace
 
 Action definePull(CLI::App& command) {
-  const auto folder = std::make_shared<std::filesystem::path>();
-  command.add_option("DIR", *folder, "Where to write; " + spellFolders())->required();
-  return [folder](Run& run) { pull(run, *folder); };
+  const auto target = std::make_shared<desktop::PullTarget>();
+  command.add_option("DIR", target->folder, "Where to write; " + spellFolders())->required();
+  addStyleOption(command, target->style);
+  return [target](Run& run) { pull(run, *target); };
 }
 
 }  // namespace qorv_sync

@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/qorv_sync/commands.h"
+#include "apps/qorv_sync/file_style_option.h"
 #include "apps/qorv_sync/item_types.h"
 #include "apps/qorv_sync/items.h"
 #include "desktop/device_error.h"
@@ -15,6 +16,7 @@ namespace {
 struct Arguments {
   std::string type;
   std::uint32_t oid = 0;
+  desktop::FileStyle style;
 };
 
 void showItem(Run& run, const Arguments& arguments) {
@@ -24,7 +26,7 @@ void showItem(Run& run, const Arguments& arguments) {
   const auto show = [&](const desktop::Item& item, std::uint32_t oid) {
     run.report.data()[kind.singular] = kind.toJson(item);
     try {
-      const std::string text = kind.fileText(item, desktop::itemUid(kind, identity, oid));
+      const std::string text = kind.fileText(item, desktop::itemUid(kind, identity, oid), arguments.style);
       run.report.print(text);
       run.report.data()[kind.format.name] = text;
     } catch (const desktop::DeviceRefusal& refusal) {
@@ -40,6 +42,7 @@ Action defineShow(CLI::App& command) {
   const auto arguments = std::make_shared<Arguments>();
   command.add_option("TYPE", arguments->type, spellKinds())->required();
   command.add_option("OID", arguments->oid, "The item's identifier")->required();
+  addStyleOption(command, arguments->style);
   return [arguments](Run& run) { showItem(run, *arguments); };
 }
 

@@ -1,6 +1,7 @@
 // Writes values of the platform's types into a line of the call log.
 #pragma once
 
+#include <algorithm>
 #include <span>
 
 #include "emulator/calls/json_line.h"
@@ -88,7 +89,8 @@ void ValueEncoder::value(const T& value) {
     text(value);
   } else if constexpr (std::is_array_v<T>) {
     static_assert(std::is_same_v<std::remove_extent_t<T>, WCHAR>, "any other array is counted by a field");
-    text(value);
+    // A text that fills its field has no NUL.
+    text(value, std::find(std::begin(value), std::end(value), u'\0') - std::begin(value));
   } else if constexpr (std::is_pointer_v<T>) {
     using Pointee = std::remove_const_t<std::remove_pointer_t<T>>;
     if constexpr (std::is_same_v<Pointee, GUID> || DescribedStructure<Pointee>) {
@@ -130,6 +132,14 @@ void ValueEncoder::array(const T* elements, std::int64_t count) {
 
 namespace value_encoder_detail {
 
+/// How many elements there are. An array that is declared with one goes on past it; any other ends where it
+/// ends, whatever the count says.
+template <typename T>
+std::int64_t elementsOf(const T&, std::int64_t count) {
+  constexpr auto kDeclared = static_cast<std::int64_t>(std::extent_v<T>);
+  return kDeclared > 1 ? std::min(count, kDeclared) : count;
+}
+
 template <typename... Fields, typename Visitor>
 void forEachField(FieldList<Fields...>, Visitor visit) {
   (visit.template operator()<Fields>(), ...);
@@ -152,8 +162,9 @@ void ValueEncoder::field(const T& structure) {
     if constexpr (Field::kMeaning == Meaning::Chosen) {
       chosen(structure);
     } else if constexpr (!std::is_null_pointer_v<std::remove_const_t<decltype(Field::kCount)>>) {
-      const auto* elements = structure.*Field::kMember;
-      array(elements, structure.*Field::kCount);
+      const auto& member = structure.*Field::kMember;
+      const auto* elements = member;
+      array(elements, value_encoder_detail::elementsOf(member, structure.*Field::kCount));
     } else {
       value(structure.*Field::kMember);
     }

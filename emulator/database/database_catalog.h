@@ -1,7 +1,6 @@
 // The property databases that a device has: what each is called, and its sort orders.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -38,6 +38,16 @@ bool DatabaseStore::removeRecord(Oid record) {
   return true;
 }
 
+void DatabaseStore::forgetUndone() {
+  records_.forgetUndone();
+  for (const auto& [oid, used] : used_) {
+    const auto kept = used.lock();
+    if (!kept) continue;
+    const auto stored = catalog_.load(oid);
+    kept->ownOrders = stored ? stored->ownOrders : std::vector<SortOrder>();
+  }
+}
+
 const SortOrder& DatabaseStore::ownOrder(PropertyDatabase& database, CEPROPID property) {
   const auto found = std::ranges::find_if(database.ownOrders, [property](const SortOrder& order) {
     return hasProperties(order, std::span(&property, 1));

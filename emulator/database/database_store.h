@@ -27,6 +27,8 @@ class DatabaseStore {
   void remove(Oid database);
   /// One record goes; whether there was such a record.
   bool removeRecord(Oid record);
+  /// What was written since the last commit is undone: those that are kept lose the orders that went with it.
+  void forgetUndone();
   /// The device's own ascending order on a property, made and filled when the database does not have it.
   const SortOrder& ownOrder(PropertyDatabase& database, CEPROPID property);
 

@@ -1,7 +1,6 @@
 #include "emulator/database/property_databases.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "emulator/database/open_database.h"
 #include "platform/errors.h"

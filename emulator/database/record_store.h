@@ -24,6 +24,8 @@ class RecordStore {
 
   /// Another number after every change to a record of any database.
   std::uint64_t version() const { return version_; }
+  /// What was written since the last commit is undone.
+  void forgetUndone() { ++version_; }
 
   std::optional<Record> load(Oid record);
   /// All records of a database, by identifier.

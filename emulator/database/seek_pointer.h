@@ -1,8 +1,6 @@
 // The seek pointer of an open database: the record that it is on, or the end, and how it moves.
 #pragma once
 
-#include <memory>
-
 #include "emulator/database/record_walk.h"
 
 namespace emulator {

@@ -42,6 +42,7 @@ std::optional<std::u16string> decodeNoteFile(ByteView file) {
   if (file.size() != kTextAt + length * 2) return {};
   std::u16string text(length, u'\0');
   for (std::size_t i = 0; i < length; ++i) text[i] = static_cast<char16_t>(load(file, kTextAt + i * 2, 2));
+  if (text.find(u'\0') != std::u16string::npos) return {};
   return text;
 }
 

@@ -4,7 +4,7 @@
 //        0     8  "QVINK" 0D 0A 1A
 //        8     2  u16 version: 1
 //       10     4  u32 characters
-//       14   2 n  the text, UTF-16LE, without a terminator
+//       14   2 n  the text, UTF-16LE, without a NUL
 //
 // Integers are little-endian. It is the emulated device's own: the platform's form is known to its control
 // only.

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "emulator/pim/item_factory.h"
+#include "emulator/pim/item_properties.h"
 #include "emulator/pim/model_numbers.h"
 
 namespace emulator {
@@ -28,10 +29,29 @@ HRESULT FolderObject::get_DefaultItemType(int* type) {
 
 HRESULT FolderObject::SetProps(ULONG, WORD count, CEPROPVAL* values) {
   if (values == nullptr || count == 0) return E_INVALIDARG;
-  const bool isKnown = std::ranges::all_of(std::span(values, count), [](const CEPROPVAL& value) {
-    return (value.propid | 0xFFFF) == (PIMPR_FOLDERNOTIFICATIONS | 0xFFFF);
+  const std::span given(values, count);
+  const bool areKnown = std::ranges::all_of(
+      given, [](const CEPROPVAL& value) { return value.propid == PIMPR_FOLDERNOTIFICATIONS; });
+  if (!areKnown) return E_INVALIDARG;
+  return atBoundary([&] {
+    context_.folderNotifications[kind_] = given.back().val.ulVal;
+    return S_OK;
   });
-  return isKnown ? S_OK : E_INVALIDARG;
+}
+
+HRESULT FolderObject::GetProps(const CEPROPID* ids, ULONG flags, WORD count, CEPROPVAL** values, ULONG* size,
+                               HANDLE heap) {
+  const HRESULT checked = checkGetProps({ids, count}, flags, values, size);
+  if (FAILED(checked)) return checked;
+  return atBoundary([&] {
+    std::vector<BlockValue> found;
+    for (const CEPROPID id : std::span(ids, count)) {
+      const auto wish = context_.folderNotifications.find(kind_);
+      const bool isThere = id == PIMPR_FOLDERNOTIFICATIONS && wish != context_.folderNotifications.end();
+      found.push_back(isThere ? blockValue(numberProperty(id, wish->second)) : missingValue(id));
+    }
+    return giveValues(context_.memory, found, values, size, heap);
+  });
 }
 
 ItemCollectionObject::ItemCollectionObject(ModelContext& context, ObjectKind kind)

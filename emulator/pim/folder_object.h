@@ -20,9 +20,11 @@ class FolderObject final : public ComObject<IFolder, IItem> {
   HRESULT SendToInfrared() override { return E_NOTIMPL; }
   HRESULT ReceiveFromInfrared(IPOutlookItemCollection**) override { return E_NOTIMPL; }
 
-  /// A folder takes the wish for notifications, its one property, and has nobody to notify.
+  /// A folder takes the wish for notifications, its one property, and has nobody to notify. The wish can be
+  /// read from every object of the folder while the device is open.
   HRESULT SetProps(ULONG flags, WORD count, CEPROPVAL* values) override;
-  HRESULT GetProps(const CEPROPID*, ULONG, WORD, CEPROPVAL**, ULONG*, HANDLE) override { return E_NOTIMPL; }
+  HRESULT GetProps(const CEPROPID* ids, ULONG flags, WORD count, CEPROPVAL** values, ULONG* size,
+                   HANDLE heap) override;
   HRESULT Save() override { return S_OK; }
   HRESULT Delete() override { return E_NOTIMPL; }
   HRESULT Display(HWND) override { return E_NOTIMPL; }

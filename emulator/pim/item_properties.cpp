@@ -3,7 +3,6 @@
 #include <cstring>
 #include <utility>
 
-#include "emulator/database/property_block.h"
 #include "emulator/pim/ansi_text.h"
 #include "emulator/pim/body_stream.h"
 #include "emulator/pim/stored_recurrence.h"
@@ -78,25 +77,36 @@ HRESULT setOne(ItemCore& core, PimItem& item, const CEPROPVAL& value) {
 
 }  // namespace
 
-HRESULT getProps(ItemCore& core, std::span<const CEPROPID> ids, ULONG flags, CEPROPVAL** values, ULONG* size,
-                 HANDLE heap) {
+HRESULT checkGetProps(std::span<const CEPROPID> ids, ULONG flags, CEPROPVAL** values, ULONG* size) {
   if (values == nullptr || size == nullptr) return E_POINTER;
   *values = nullptr;
   *size = 0;
-  if (ids.data() == nullptr || ids.empty() || (flags & CEDB_ALLOWREALLOC) == 0) return E_INVALIDARG;
+  const bool isAsked = ids.data() != nullptr && !ids.empty();
+  return isAsked && (flags & CEDB_ALLOWREALLOC) != 0 ? S_OK : E_INVALIDARG;
+}
+
+HRESULT giveValues(PlatformMemory& memory, std::span<const BlockValue> found, CEPROPVAL** values, ULONG* size,
+                   HANDLE heap) {
+  const std::size_t bytes = blockSize(found);
+  void* const block = memory.allocateBlock(heap, bytes);
+  if (block == nullptr) return E_OUTOFMEMORY;
+  fillBlock(static_cast<std::uint8_t*>(block), found);
+  *values = static_cast<CEPROPVAL*>(block);
+  *size = static_cast<ULONG>(bytes);
+  return S_OK;
+}
+
+HRESULT getProps(ItemCore& core, std::span<const CEPROPID> ids, ULONG flags, CEPROPVAL** values, ULONG* size,
+                 HANDLE heap) {
+  const HRESULT checked = checkGetProps(ids, flags, values, size);
+  if (FAILED(checked)) return checked;
   if (core.oid() == 0) return MAPI_W_ERRORS_RETURNED;
   return atBoundary([&] {
     const PimItem* item = core.item();
     if (item == nullptr) return E_FAIL;
     std::vector<BlockValue> found;
     for (const CEPROPID id : ids) found.push_back(find(core, *item, id));
-    const std::size_t bytes = blockSize(found);
-    void* block = core.context().memory.allocateBlock(heap, bytes);
-    if (block == nullptr) return E_OUTOFMEMORY;
-    fillBlock(static_cast<std::uint8_t*>(block), found);
-    *values = static_cast<CEPROPVAL*>(block);
-    *size = static_cast<ULONG>(bytes);
-    return S_OK;
+    return giveValues(core.context().memory, found, values, size, heap);
   });
 }
 

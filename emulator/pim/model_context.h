@@ -1,6 +1,8 @@
 // What every object of the object model works with.
 #pragma once
 
+#include <map>
+
 #include "emulator/pim/live_objects.h"
 #include "emulator/pim/pim_items.h"
 #include "emulator/pim/platform_memory.h"
@@ -12,6 +14,8 @@ struct ModelContext {
   PlatformMemory& memory;
   LocalClock clock;
   LiveObjects live;
+  /// Which changes of a kind's folder somebody wished to hear of, while the device is open.
+  std::map<ObjectKind, ULONG> folderNotifications;
 };
 
 }  // namespace emulator

@@ -6,7 +6,7 @@
 namespace emulator {
 
 ObjectModel::ObjectModel(ObjectStore& store, PlatformMemory& memory, const LocalClock& clock)
-    : items_(store, clock), context_{items_, memory, clock, {}} {}
+    : items_(store, clock), context_{items_, memory, clock, {}, {}} {}
 
 HRESULT ObjectModel::createInstance(REFCLSID classId, REFIID iid, void** object) {
   if (object == nullptr) return E_POINTER;

@@ -23,6 +23,13 @@ void giveContents(Reading& to, const JsonNode& node, Bytes contents) {
   to.entry.contents = std::move(contents);
 }
 
+Bytes readNote(const JsonNode& node) {
+  if (node.isNull()) return {};
+  const std::u16string text = readText(node);
+  if (text.find(u'\0') != std::u16string::npos) node.refuse("has a NUL, where a text ends");
+  return encodeNoteFile(text);
+}
+
 constexpr std::array kFields{
     Field<Reading>{"path", [](Reading& to, const JsonNode& node) { to.entry.path = readText(node); }},
     Field<Reading>{"oid",
@@ -40,10 +47,7 @@ constexpr std::array kFields{
                    [](Reading& to, const JsonNode& node) {
                      giveContents(to, node, node.isNull() ? Bytes() : readBytes(node));
                    }},
-    Field<Reading>{"note",
-                   [](Reading& to, const JsonNode& node) {
-                     giveContents(to, node, node.isNull() ? Bytes() : encodeNoteFile(readText(node)));
-                   }},
+    Field<Reading>{"note", [](Reading& to, const JsonNode& node) { giveContents(to, node, readNote(node)); }},
 };
 
 }  // namespace

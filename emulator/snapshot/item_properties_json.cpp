@@ -17,6 +17,7 @@ constexpr std::size_t kFileAsPut = contactProperty("FileAsPut");
 
 std::u16string readLimitedText(const Property& property, const JsonNode& node) {
   std::u16string text = readText(node);
+  if (text.find(u'\0') != std::u16string::npos) node.refuse("has a NUL, where a text ends");
   if (text.size() > property.longest) {
     node.refuse("longer than " + std::to_string(property.longest) + " characters");
   }

@@ -129,6 +129,23 @@ TEST_F(DeviceCommands, loadReadsAFileOrStandardInput) {
   EXPECT_EQ(contact["LastName"], "Lee");
 }
 
+TEST_F(DeviceCommands, loadRecordsItsChangesUnlessItIsToldNotTo) {
+  succeed("create device --module '\\042\\QORVAPIMGR.dll'");
+  succeed("load device - --no-record", R"({"contacts": [{"Oid": 17, "FirstName": "Ann"}, {"Oid": 18}]})");
+  EXPECT_EQ(ordered_json::parse(dump("device"))["databases"], ordered_json::array());
+  succeed("load device -", R"({"contacts": [{"Oid": 17, "LastName": "Lee"}], "deleted": [18]})");
+  const auto after = ordered_json::parse(dump("device"));
+  ASSERT_EQ(after["databases"].size(), 1U);
+  EXPECT_EQ(after["databases"][0]["name"], "\\QorvContactLog_042");
+  std::vector<ordered_json> changes;
+  for (const ordered_json& record : after["databases"][0]["records"]) changes.push_back(record["properties"]);
+  EXPECT_EQ(changes,
+            (std::vector<ordered_json>{
+                ordered_json::parse(R"([["0x12010003", 17], ["0x12020003", 1], ["0x12030003", 2]])"),
+                ordered_json::parse(R"([["0x12010003", 18], ["0x12020003", 2], ["0x12030003", 3]])")}));
+  EXPECT_EQ(after["registry"]["HKEY_LOCAL_MACHINE\\SOFTWARE\\Halvern\\042"]["\\QorvContactLog_042"], 2);
+}
+
 TEST_F(DeviceCommands, loadNamesTheSnapshotAndThePlaceAndChangesNothing) {
   succeed("create device");
   const std::string before = dump("device");

@@ -1,63 +1,9 @@
-// The whole way: calendar files and files from qorv-sync through the agent onto an emulated device and back.
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
-#include <iterator>
-#include <nlohmann/json.hpp>
-#include <regex>
-#include <set>
-#include <sstream>
-#include <sys/wait.h>
+// Calendar entries and files.
+#include "tests/apps/journey.h"
 
-#include "tests/emulator/temporary_folder.h"
+#include <nlohmann/json.hpp>
 
 namespace {
-
-class Journey : public testing::Test {
- protected:
-  Journey() {
-    setenv("TZ", "Europe/Berlin", 1);
-    create("device");
-  }
-
-  /// Runs a shell command in the test's folder; its exit status. What it prints is kept.
-  int run(const std::string& command) {
-    const int status =
-        std::system(("cd '" + folder_.file("") + "' && " + command + " > out 2> err < /dev/null").c_str());
-    out_ = read(folder_.file("out"));
-    err_ = read(folder_.file("err"));
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-  void create(const std::string& device) {
-    ASSERT_EQ(run("'" QORV_DEVICE "' create " + device + " --time-zone Europe/Berlin"), 0) << err_;
-  }
-  int sync(const std::string& arguments, const std::string& device = "device") {
-    return run("'" QORV_SYNC "' --exec \"'" QORV_DEVICE "' serve " + device + " --stdio\" " + arguments);
-  }
-
-  static std::string read(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  /// The calendar files of a pulled folder, without what depends on the device's own numbers.
-  std::multiset<std::string> calendar(const std::string& pulled) {
-    std::multiset<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.file(pulled + "/calendar"))) {
-      files.insert(std::regex_replace(read(entry.path()), std::regex("UID:[^\r]*\r\n"), ""));
-    }
-    return files;
-  }
-
-  emulator::test::TemporaryFolder folder_;
-  std::string out_;
-  std::string err_;
-};
-
-std::string sample(const std::string& name) {
-  return "'" QORV_SAMPLES "/" + name + "'";
-}
 
 TEST_F(Journey, aWorkingWeekTravelsWithoutADifference) {
   EXPECT_EQ(sync("push " + sample("calendar/work-week.ics")), 0) << out_ << err_;
@@ -73,8 +19,8 @@ TEST_F(Journey, everythingThatADeviceHoldsTravelsToAnotherUnchanged) {
   create("other");
   EXPECT_EQ(sync("push first/calendar", "other"), 0) << out_ << err_;
   EXPECT_EQ(sync("pull second", "other"), 0) << err_;
-  EXPECT_FALSE(calendar("first").empty());
-  EXPECT_EQ(calendar("first"), calendar("second"));
+  EXPECT_FALSE(files("first/calendar").empty());
+  EXPECT_EQ(files("first/calendar"), files("second/calendar"));
 }
 
 TEST_F(Journey, whatTheUserChangesOnTheDeviceComesBack) {

@@ -221,6 +221,14 @@ TEST_F(CalendarTasks, areWrittenWithTheirProperties) {
   }
 }
 
+TEST_F(CalendarTasks, areRemindedAtAFixedTimeWithoutADueDate) {
+  const ComputerZone berlin("Europe/Berlin");
+  Task task = full();
+  task.due = {};
+  // 18:30 in Berlin, in winter.
+  EXPECT_THAT(writeCalendar(task, "1"), HasSubstr("\r\nTRIGGER;VALUE=DATE-TIME:20050313T173000Z\r\n"));
+}
+
 TEST_F(CalendarTasks, areWrittenWithoutWhatTheyDoNotHave) {
   const std::string text = writeCalendar(Task(), "task-19@PDA");
   EXPECT_THAT(text, HasSubstr("\r\nSTATUS:NEEDS-ACTION\r\n"));
@@ -237,7 +245,7 @@ TEST_F(CalendarTasks, areWrittenTheSameInEveryZone) {
 
 TEST_F(CalendarTasks, comeBackAsTheyWere) {
   const ComputerZone berlin("Europe/Berlin");
-  std::vector<Task> tasks(9, full());
+  std::vector<Task> tasks(10, full());
   tasks[0].start.hour = 9;
   tasks[1].due = {};
   tasks[2].start = {};
@@ -250,6 +258,8 @@ TEST_F(CalendarTasks, comeBackAsTheyWere) {
   tasks[7] = Task();
   tasks[8].reminderTime = at(2005, 3, 27, 0, 30);  // hours before the clock goes forward
   tasks[8].due = at(2005, 3, 28);
+  tasks[9].reminderTime = at(1901, 1, 1, 8);
+  tasks[9].due = at(2999, 12, 31);
   for (const Task& task : tasks) {
     const CalendarTask again = onlyTask(writeCalendar(task, "1"));
     EXPECT_TRUE(again.task == task) << writeCalendar(task, "1");

@@ -193,4 +193,18 @@ TEST_F(ItemPush, sendsNoSecondRecordAfterARefusal) {
   EXPECT_EQ(push({entry})[0].failure, "the device refused it");
 }
 
+TEST_F(ItemPush, goesOnWithTheOtherKindsWhenOneCannotBeListed) {
+  FileItem errand;
+  errand.item = Task();
+  script->steps.pop_back();
+  script->expect(hex("0D 02"), hex("00 00 00 00 00 00 00"));
+  script->expect(hex("0D 03"), hex("01 00 00 00 00 00 00"));
+  script->expect(hex("0F 03 01 00 00 00 02 03 01 00 00 00") + writeTask(Task()),
+                 hex("01 00") + u32(0) + u32(1));
+  const auto outcomes = push({errand, item(u"Standup")});
+  ASSERT_EQ(outcomes.size(), 2u);
+  EXPECT_EQ(outcomes[0].failure, "the device can't list all its items");
+  EXPECT_EQ(outcomes[1].failure, "the device could not save it");
+}
+
 }  // namespace

@@ -19,7 +19,8 @@ std::string list(const std::string& oids, int count) {
 }
 
 /// The lists of the other types that a pull asks for: nothing there.
-const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n";
+const std::string kNoContacts = "> 0D 01\n< 01 00 u32:0 00\n";
+const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n" + kNoContacts;
 
 /// The eleven fields of an appointment without any reminder, as the device sends them.
 std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
@@ -224,126 +225,110 @@ TEST_F(SyncCommand, pullReplacesItsOwnFilesOnly) {
   }
 }
 
+// 15 March 2005, a Tuesday.
+const std::string kTuesday = "D507 0300 0200 0F00 0000 0000 0000 0000 ";
+
+/// The ten fields of a task that has a due date and no start, as the device sends them.
+std::string taskRecord(int oid, const std::string& due, const std::string& subject, int complete) {
+  return "01 00 u32:" + std::to_string(oid) + " 0A u32:3 " + kNever + "u32:4 " + due +
+         "u32:7 u32:0 u32:5 u32:2 u32:10 " + kNever + "u32:9 u32:0 u32:6 u32:" + std::to_string(complete) +
+         " u32:1 d'" + subject + "' u32:2 d'' u32:11 d'' ";
+}
+
+TEST_F(SyncCommand, listShowsTasksByTheirDueDates) {
+  const std::string script =
+      "> 0D 03\n< 01 00 u32:2 00 u32:20 u32:21\n"
+      "> 10 03 u32:2 u32:20 u32:21\n< 01 00 u32:2 0A " +
+      taskRecord(20, kNever, "Post", 1) + taskRecord(21, kTuesday, "File", 0) + "\n" + kEnd;
+  EXPECT_EQ(run("list tasks", script), 0);
+  EXPECT_EQ(out,
+            "       OID  DUE         DONE  IMPORTANCE  SUBJECT\n"
+            "        21  2005-03-15  no    high        File\n"
+            "        20  none        yes   high        Post\n"
+            "2 tasks\n");
+  EXPECT_EQ(run("list tasks --json", script), 0);
+  const auto json = nlohmann::json::parse(out);
+  EXPECT_EQ(json["tasks"][1]["due_date"], "2005-03-15T00:00:00");
+  EXPECT_EQ(json["tasks"][0]["due_date"], nullptr);
+}
+
+TEST_F(SyncCommand, showPrintsATaskAsACalendarFile) {
+  EXPECT_EQ(run("show tasks 21", kIdentity + "> 10 03 u32:1 u32:21\n< 01 00 u32:1 0A " +
+                                     taskRecord(21, kTuesday, "File", 0) + "\n" + kEnd),
+            0);
+  EXPECT_NE(out.find("BEGIN:VTODO\r\nUID:task-21@PDA\r\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("DUE;VALUE=DATE:20050315\r\n"), std::string::npos) << out;
+}
+
+TEST_F(SyncCommand, pullGoesOnWithTheOtherTypesWhenOneCannotBeListed) {
+  EXPECT_EQ(run("pull .", kIdentity + "> 0D 02\n< 00 00 u32:0 00\n" + "> 0D 03\n< 01 00 u32:1 00 u32:21\n" +
+                              "> 10 03 u32:1 u32:21\n< 01 00 u32:1 0A " +
+                              taskRecord(21, kTuesday, "File", 0) + "\n" + kNoContacts + kEnd),
+            1);
+  EXPECT_EQ(out, "./tasks/21.ics\n1 written, 0 unchanged\n");
+  EXPECT_EQ(err, "qorv-sync: appointments: the device can't list all its items\n");
+}
+
+const std::string kFound = "> 0A 03 s'PC'\n< 01 00\n";
+
+TEST_F(SyncCommand, changesAreListedAndThenCommitted) {
+  EXPECT_EQ(
+      run("changes tasks PC --commit",
+          kFound + "> 0B 03 s'PC'\n< 01 00 u32:2 00 u32:20 03 u32:21 01\n> 0C 03 s'PC'\n< 01 00\n" + kEnd),
+      0);
+  EXPECT_EQ(out,
+            "       OID  CHANGE\n"
+            "        20  deleted\n"
+            "        21  added\n"
+            "2 changes\n"
+            "committed to the contract \"PC\"\n");
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(SyncCommand, changesAreGivenAsJson) {
+  EXPECT_EQ(run("changes tasks PC --json",
+                "> 0A 03 s'PC'\n< 00 01\n> 0B 03 s'PC'\n< 01 00 u32:1 00 u32:20 03\n" + kEnd),
+            0);
+  const auto json = nlohmann::json::parse(out);
+  EXPECT_EQ(json["changes"], nlohmann::json::parse(R"([{"oid": 20, "change": "deleted", "kind": 3}])"));
+  EXPECT_EQ(json["known"], false);
+  EXPECT_EQ(json["committed"], false);
+  EXPECT_EQ(
+      err, "qorv-sync: the device has no contract \"PC\" yet: these are all changes that it has on record\n");
+}
+
+TEST_F(SyncCommand, changesThatCannotBeListedAreNotCommitted) {
+  EXPECT_EQ(run("changes tasks PC --commit", kFound + "> 0B 03 s'PC'\n< 00 01 u32:0 00\n" + kEnd), 1);
+  EXPECT_EQ(out, "");
+  EXPECT_EQ(err, "qorv-sync: contract \"PC\": the device can't read up to which change it is\n");
+  EXPECT_EQ(run("changes tasks PC --commit", kFound + "> 0B 03 s'PC'\n< 01 00 u32:2 00 u32:20 03\n" + kEnd),
+            4);
+  EXPECT_EQ(err, "qorv-sync: the device broke the protocol: a list of 2 entries has 5 bytes\n");
+}
+
+TEST_F(SyncCommand, changesAreNamedWhenTheCommitFails) {
+  EXPECT_EQ(run("changes tasks PC --commit",
+                kFound + "> 0B 03 s'PC'\n< 01 00 u32:0 00\n> 0C 03 s'PC'\n< 00 01\n" + kEnd),
+            1);
+  EXPECT_EQ(out, "0 changes\n");
+  EXPECT_EQ(err, "qorv-sync: contract \"PC\": the device can't commit it\n");
+}
+
+TEST_F(SyncCommand, dumpShowsARecordThatBreaksTheProtocol) {
+  EXPECT_EQ(run("dump --raw tasks 21", "> 07 03 u32:21\n< 01 00 u32:21 01 u32:8\n" + kEnd), 4);
+  EXPECT_EQ(out,
+            "     0  result: 1\n        01\n"
+            "     1  status: 0\n        00\n"
+            "     2  OID: 21\n        15 00 00 00\n"
+            "     6  fields: 1\n        01\n"
+            "     7  the rest\n        08 00 00 00\n");
+  EXPECT_EQ(err, "qorv-sync: the device broke the protocol: tasks 21: there is no field 8\n");
+}
+
 TEST_F(SyncCommand, deleteNamesWhatWasNotDeleted) {
   EXPECT_EQ(run("delete appointments 18 99", "> 11 02 u32:2 u32:18 u32:99\n< u32:18\n" + kEnd), 1);
   EXPECT_EQ(out, "deleted 18\n");
   EXPECT_EQ(err, "qorv-sync: appointments 99: the device did not delete it\n");
-}
-
-TEST_F(SyncCommand, putCopiesAFileToTheDevice) {
-  folder.write("a.bin", "ab");
-  EXPECT_EQ(run("put a.bin '\\a.b'",
-                "> 13 02 s'\\a.b' u32:0 u32:0 u32:1\n< 00 00 u32:2 u32:0\n"
-                "> 12 02 s'\\a.b' u32:0 u32:2 61 62\n< 01 00 u32:0\n"
-                "> 13 02 s'\\a.b' u32:0 u32:0 u32:3\n< 01 00 u32:0 u32:2 61 62\n" +
-                    kEnd),
-            0);
-  EXPECT_EQ(out, "a.bin -> \\a.b: 2 bytes\n");
-}
-
-TEST_F(SyncCommand, putRefusesToAppend) {
-  folder.write("a.bin", "ab");
-  EXPECT_EQ(run("put a.bin '\\a.b'", "> 13 02 s'\\a.b' u32:0 u32:0 u32:1\n< 01 00 u32:0 u32:1 61\n" + kEnd),
-            1);
-  EXPECT_EQ(err,
-            "qorv-sync: device file \\a.b: exists already; the device can only append to it, so choose "
-            "another name\n");
-}
-
-TEST_F(SyncCommand, getCopiesAFileFromTheDevice) {
-  EXPECT_EQ(run("get '\\a.b' a.bin",
-                "> 13 02 s'\\a.b' u32:0 u32:0 u32:196608\n< 01 00 u32:0 u32:2 61 62\n"
-                "> 13 02 s'\\a.b' u32:0 u32:2 u32:196608\n< 01 00 u32:0 u32:0\n" +
-                    kEnd),
-            0);
-  EXPECT_EQ(out, "\\a.b -> a.bin: 2 bytes\n");
-  EXPECT_EQ(folder.read("a.bin"), "ab");
-}
-
-TEST_F(SyncCommand, getLeavesNoPartOfAFile) {
-  EXPECT_EQ(run("get '\\a.b' a.bin",
-                "> 13 02 s'\\a.b' u32:0 u32:0 u32:196608\n< 01 00 u32:0 u32:2 61 62\n"
-                "> 13 02 s'\\a.b' u32:0 u32:2 u32:196608\n< 01 00 u32:5 u32:0\n" +
-                    kEnd),
-            1);
-  EXPECT_EQ(folder.names(), (std::set<std::string>{"script", "standard_error", "standard_output"}));
-}
-
-struct Refusal {
-  const char* arguments;
-  int status;
-  const char* message;
-};
-
-TEST_F(SyncCommand, refusesWhatItCannotDoInOneLine) {
-  for (const Refusal& refusal : {
-           Refusal{"info", 2, "say which device: --device ADDRESS or --exec COMMAND"},
-           Refusal{"", 2, "A subcommand is required"},
-           Refusal{"bogus", 2, "'bogus' is no command"},
-           Refusal{"--exec true bogus --fast", 2, "'bogus' is no command"},
-           Refusal{"--exec true pull ''", 2, "DIR: must not be empty"},
-           Refusal{"--exec '' info", 2, "--exec: must not be empty"},
-           Refusal{"--device '' info", 2, "--device: must not be empty"},
-           Refusal{"--device 127.0.0.1 info", 2, "address '127.0.0.1' is neither HOST:PORT nor unix:PATH"},
-           Refusal{"--device unix:none info", 3, "no device at unix:none: No such file or directory"},
-           Refusal{"--exec true list contacts", 2, "contacts: not supported by this version"},
-           Refusal{"--exec true list stamps", 2,
-                   "'stamps' is no item type; the types are contacts, appointments, tasks, mail, notes"},
-           Refusal{"--exec 'exit 7' info", 3, "the device's command ended with status 7 without an answer"},
-           Refusal{"--exec true info", 3, "the device's command ended with status 0 without an answer"},
-           Refusal{"--exec true put none '\\a'", 2, "none: No such file or directory"},
-           Refusal{"--exec true put . '\\a'", 2, ".: not a regular file"},
-           Refusal{"--exec true get '\\a' none/a", 2, "none/a: No such file or directory"},
-           Refusal{"--exec true get '\\a' /dev/null", 2, "/dev/null: not a regular file"},
-       }) {
-    EXPECT_EQ(runPlain(refusal.arguments), refusal.status) << refusal.arguments;
-    EXPECT_EQ(err, std::string("qorv-sync: ") + refusal.message + "\n") << refusal.arguments;
-    EXPECT_EQ(out, "") << refusal.arguments;
-  }
-}
-
-TEST_F(SyncCommand, refusesCommandLinesThatItDoesNotKnowInOneLine) {
-  for (const char* arguments :
-       {"fly", "info --fast", "--timeout 0 info", "--timeout soon info", "list", "show appointments x",
-        "delete appointments", "push", "--device a:1 --exec true info"}) {
-    EXPECT_EQ(runPlain(arguments), 2) << arguments;
-    EXPECT_TRUE(err.starts_with("qorv-sync: ")) << err;
-    EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 1) << err;
-  }
-}
-
-TEST_F(SyncCommand, helpsWithoutADevice) {
-  EXPECT_EQ(runPlain("--help"), 0);
-  EXPECT_NE(out.find("push"), std::string::npos);
-  EXPECT_EQ(runPlain("push --help"), 0);
-}
-
-TEST_F(SyncCommand, namesADeviceThatBreaksTheProtocol) {
-  EXPECT_EQ(run("info", "> 0E 02\n< u32:72 FF FF\n" + kEnd), 4);
-  EXPECT_EQ(err, "qorv-sync: the device broke the protocol: the reply ends 2 bytes too early\n");
-  EXPECT_EQ(run("info", "> 0E 02\n<< u32:20 u32:72\nexit 0\n"), 4);
-  EXPECT_EQ(err,
-            "qorv-sync: the device broke the protocol: the stream ended after 4 of a reply's 20 bytes\n");
-  EXPECT_EQ(run("info", "> 0E 02\n<< FF FF FF 7F\n"), 4);
-  EXPECT_EQ(err,
-            "qorv-sync: the device broke the protocol: a reply claims 2147483647 bytes; the device's buffer "
-            "holds 221184\n");
-}
-
-TEST_F(SyncCommand, givesUpOnASilentDevice) {
-  EXPECT_EQ(run("--timeout 1 info", "> 0E 02\nsilence\n"), 3);
-  EXPECT_EQ(err, "qorv-sync: the device's command gives no answer within 1 seconds\n");
-}
-
-TEST_F(SyncCommand, doesNotHideADeviceThatFailsAtItsEnd) {
-  EXPECT_EQ(run("delete appointments 18", "> 11 02 u32:1 u32:18\n< u32:18\n" + kEnd + "exit 1\n"), 1);
-  EXPECT_EQ(out, "deleted 18\n");
-  EXPECT_EQ(err, "qorv-sync: the device's command ended with status 1\n");
-}
-
-TEST_F(SyncCommand, tellsOfEveryRequestWhenAskedTo) {
-  EXPECT_EQ(run("--verbose delete appointments 18", "> 11 02 u32:1 u32:18\n< u32:18\n" + kEnd), 0);
-  EXPECT_TRUE(err.starts_with("qorv-sync: command 17, type 2: 10 bytes out, 4 bytes in, ")) << err;
 }
 
 }  // namespace

@@ -170,6 +170,24 @@ TEST_F(CallLogTest, writesOnlyTheElementsThatAStructureCounts) {
                           R"( "wKeyFlags": 0, "rgPropID": [302120963], "rgdwFlags": [1]}]}], "result": 7})"));
 }
 
+TEST_F(CallLogTest, staysWithinAStructureWhateverItCounts) {
+  CEGUID volume = kSystemVolume;
+  CEDBASEINFOEX info{};
+  std::fill(std::begin(info.szDbaseName), std::end(info.szDbaseName), u'n');
+  info.dwDbaseType = 0xFFFFFFFF;
+  info.wNumSortOrder = 0xFFFF;
+  for (SORTORDERSPECEX& order : info.rgSortSpecs) order.wNumProps = 0xFFFF;
+  call<&::CeCreateDatabaseEx2>(answering(CEOID{0}), &volume, &info);
+  const std::string order = R"({"wVersion": 0, "wNumProps": 65535, "wKeyFlags": 0, "rgPropID": [0, 0, 0],)"
+                            R"( "rgdwFlags": [0, 0, 0]})";
+  EXPECT_THAT(log(),
+              ElementsAre(R"({"call": "CeCreateDatabaseEx2", "args": [{"Data1": 0, "Data2": 0, "Data3": 0,)"
+                          R"( "Data4": 0}, {"wVersion": 0, "wNumSortOrder": 65535, "dwFlags": 0,)"
+                          R"( "szDbaseName": ")" +
+                          std::string(32, 'n') + R"(", "dwDbaseType": 4294967295, "rgSortSpecs": [)" + order +
+                          ", " + order + ", " + order + ", " + order + R"(]}], "result": 0})"));
+}
+
 TEST_F(CallLogTest, writesPropertyListsUnsigned) {
   CEPROPID ids[] = {0x001E0064, 0xFFFF0003};
   WORD count = 2;

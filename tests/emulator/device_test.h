@@ -11,7 +11,7 @@
 
 namespace emulator::test {
 
-class DeviceTest : public testing::Test {
+class DeviceTest : public ::testing::Test {
  protected:
   DeviceTest() {
     NewDevice description;

@@ -26,7 +26,7 @@ TEST(NoteFile, canBeEmpty) {
 }
 
 TEST(NoteFile, keepsWhateverCharactersThereAre) {
-  const std::u16string text(u"a\r\nb\nc\0d\xD800", 9);
+  const std::u16string text = u"a\r\nb\nc\t\xD800";
   EXPECT_EQ(decodeNoteFile(encodeNoteFile(text)), text);
 }
 
@@ -34,6 +34,12 @@ TEST(NoteFile, isRefusedWhenAnyByteOfItsHeadIsAnother) {
   for (std::size_t at = 0; at < 14; ++at) {
     EXPECT_EQ(decodeNoteFile(changed(at, 0x7F)), std::nullopt) << at;
   }
+}
+
+TEST(NoteFile, isRefusedWithANulWhereATextEnds) {
+  Bytes file = kHe;
+  file[14] = 0;
+  EXPECT_EQ(decodeNoteFile(file), std::nullopt);
 }
 
 TEST(NoteFile, isRefusedWhenItIsCutOrContinued) {

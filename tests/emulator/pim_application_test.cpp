@@ -222,6 +222,40 @@ TEST_F(Application, givesAFolderThePropertyInterface) {
   EXPECT_EQ(properties->SetProps(0, 1, &wish), S_OK);
   wish.propid = PIMPR_BODY_BINARY;
   EXPECT_EQ(properties->SetProps(0, 1, &wish), E_INVALIDARG);
+  EXPECT_EQ(properties->SetProps(0, 0, &wish), E_INVALIDARG);
+  EXPECT_EQ(properties->SetProps(0, 1, nullptr), E_INVALIDARG);
+}
+
+TEST_F(Application, readsAFoldersWishForNotificationsFromEveryObjectOfTheFolder) {
+  const auto folderProperties = [this](int number) {
+    ComReference<IFolder> folder;
+    EXPECT_EQ(app_->GetDefaultFolder(number, folder.out()), S_OK);
+    return as<IItem>(folder.get());
+  };
+  const CEPROPID ids[] = {PIMPR_FOLDERNOTIFICATIONS, PIMPR_BODY_BINARY};
+  CEPROPVAL wish{};
+  wish.propid = PIMPR_FOLDERNOTIFICATIONS;
+  wish.val.ulVal = 3;
+  EXPECT_EQ(folderProperties(olFolderContacts)->SetProps(0, 1, &wish), S_OK);
+  for (const int number : {olFolderContacts, olFolderTasks}) {
+    CEPROPVAL* values = nullptr;
+    ULONG size = 77;
+    ASSERT_EQ(folderProperties(number)->GetProps(ids, CEDB_ALLOWREALLOC, 2, &values, &size, heap_), S_OK);
+    EXPECT_EQ(size, 2 * sizeof(CEPROPVAL));
+    EXPECT_EQ(values[0].propid, PIMPR_FOLDERNOTIFICATIONS);
+    EXPECT_EQ(values[0].wFlags, number == olFolderContacts ? 0 : CEDB_PROPNOTFOUND);
+    EXPECT_EQ(values[0].val.ulVal, number == olFolderContacts ? 3u : 0u);
+    EXPECT_EQ(values[1].wFlags, CEDB_PROPNOTFOUND);
+    EXPECT_TRUE(memory_.freeBlock(heap_, values));
+  }
+  CEPROPVAL* values = &wish;
+  ULONG size = 77;
+  EXPECT_EQ(folderProperties(olFolderTasks)->GetProps(ids, 0, 2, &values, &size, heap_), E_INVALIDARG);
+  EXPECT_EQ(values, nullptr);
+  EXPECT_EQ(folderProperties(olFolderTasks)->GetProps(nullptr, CEDB_ALLOWREALLOC, 2, &values, &size, heap_),
+            E_INVALIDARG);
+  EXPECT_EQ(folderProperties(olFolderTasks)->GetProps(ids, CEDB_ALLOWREALLOC, 2, nullptr, &size, heap_),
+            E_POINTER);
 }
 
 TEST_F(Application, answersOnlyForTheInterfacesThatAnObjectHas) {

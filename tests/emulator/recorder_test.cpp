@@ -165,6 +165,24 @@ TEST_F(Recorder, forgetsWhatIsUndone) {
   EXPECT_EQ(counter(), 2u);
 }
 
+TEST_F(Recorder, findsItsRecordsAfterTheOrderOnItemsWasUndone) {
+  DatabaseStore& databases = device().databaseStore;
+  PropertyDatabase made{.name = std::u16string(kContactLog),
+                        .orders = {{.properties = {{0x12020003, CEDB_SORT_DESCENDING}}}}};
+  databases.catalog().create(made);
+  items().setListener({});
+  const Oid oid = add(kContact);
+  device().commit();
+  items().setListener([this](const ItemChange& change) { device().recorder.record(change); });
+  const auto kept = databases.use(made.oid);  // as by a program that has the log open
+  change(kContact, oid);
+  device().rollback();
+  change(kContact, oid);
+  device().commit();
+  change(kContact, oid);
+  EXPECT_EQ(log(), (std::vector<Logged>{{oid, 2, 2}}));
+}
+
 TEST_F(Recorder, goesOnWhenTheDeviceIsOpenedAgain) {
   const Oid oid = add(kContact);
   reopen();

@@ -55,8 +55,8 @@ TEST_P(ItemBody, of4096CharactersIsWrittenThroughTheStreamAfterTheSave) {
       (Names{call("Save"), call("get_Oid"), "WideCharToMultiByte", "IPOutlookApp.GetItemFromOid",
              "IItem.OpenProperty", "IStream.Write", "IStream.Commit", "IItem.Save", "IStream.Release"}));
   // 0x001E0064 and GENERIC_WRITE.
-  EXPECT_EQ(calls("IItem.OpenProperty")[0]["args"], Json::parse("[1966180, 1073741824]"));
-  EXPECT_EQ(calls("IStream.Write")[0]["args"], Json::parse(R"([{"bytes": 4096}, 4096])"));
+  EXPECT_EQ(argumentsOf("IItem.OpenProperty"), Json::parse("[[1966180, 1073741824]]"));
+  EXPECT_EQ(argumentsOf("IStream.Write"), Json::parse(R"([[{"bytes": 4096}, 4096]])"));
   EXPECT_EQ(stored(oid)["Body"], std::string(4096, 'b'));
 }
 

@@ -78,8 +78,8 @@ class ItemFaults : public ItemTest, public testing::WithParamInterface<Kind> {
   /// The item that a request changes or reads; what a change put into it stays.
   void arrange() { load({{"Oid", kOid}, {"Body", "old"}}); }
 
-  /// Arranges an item, makes the call fail and checks the answer: its first bytes and nothing left behind. The session
-  /// goes on, and the next one works.
+  /// For every call of the request's path: arranges the item, makes the call fail, once and from then on, and checks the
+  /// answer, that the session goes on and that nothing is left behind.
   template <typename Check>
   void eachCallFails(const Bytes& request, Check check) {
     arrange();

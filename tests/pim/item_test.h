@@ -59,6 +59,12 @@ class ItemTest : public AgentTest {
     });
     return names;
   }
+  /// The arguments of every logged call of that name, one list a call.
+  [[nodiscard]] Json argumentsOf(const std::string& name) const {
+    Json arguments = Json::array();
+    for (const Json& call : calls(name)) arguments.push_back(call["args"]);
+    return arguments;
+  }
 
  private:
   unsigned type_;

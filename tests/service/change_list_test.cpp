@@ -65,6 +65,7 @@ TEST_F(ChangeList, stopsAtTheFirstRecordThatIsNotNewer) {
   EXPECT_EQ(open[2], "\\QorvAppointmentLog");
   EXPECT_EQ(open[3], nlohmann::json::parse(R"({"wVersion": 1, "wNumProps": 1, "wKeyFlags": 0,
                                                "rgPropID": [302120963], "rgdwFlags": [0]})"));
+  EXPECT_EQ(calls("CloseHandle")[0]["args"][0], calls("CeOpenDatabaseEx2")[0]["result"]) << "the contracts";
 }
 
 TEST_F(ChangeList, nothingNewIsAnEmptyList) {

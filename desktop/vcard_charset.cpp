@@ -1,0 +1,56 @@
+#include "desktop/vcard_charset.h"
+
+#include <array>
+#include <cerrno>
+#include <iconv.h>
+
+#include "desktop/icalendar_refused.h"
+#include "desktop/text.h"
+
+namespace desktop {
+
+namespace {
+
+class Converter {
+ public:
+  explicit Converter(const std::string& charset) : converter_(iconv_open("UTF-8", charset.c_str())) {
+    // What iconv_open fails with is no pointer, so that it is no null either.
+    if (converter_ == reinterpret_cast<iconv_t>(-1)) {
+      throw ItemRefused("the character set " + onOneLine(charset) + " is unknown");
+    }
+  }
+  ~Converter() { iconv_close(converter_); }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  /// Converts a part of the text, and takes it off; false at bytes that can't be converted.
+  bool convert(std::string& text, std::string& out) {
+    std::array<char, 4096> buffer;
+    char* from = text.data();
+    std::size_t left = text.size();
+    char* to = buffer.data();
+    std::size_t room = buffer.size();
+    const bool isDone = iconv(converter_, &from, &left, &to, &room) != static_cast<std::size_t>(-1);
+    const bool isFull = errno == E2BIG;
+    out.append(buffer.data(), to);
+    text.erase(0, text.size() - left);
+    return isDone || isFull;
+  }
+
+ private:
+  iconv_t converter_;
+};
+
+}  // namespace
+
+std::string convertToUtf8(std::string_view text, const std::string& charset) {
+  Converter converter(charset);
+  std::string left(text);
+  std::string out;
+  while (!left.empty()) {
+    if (!converter.convert(left, out)) throw ItemRefused("a text is none in the character set " + charset);
+  }
+  return out;
+}
+
+}  // namespace desktop
