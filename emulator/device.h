@@ -6,6 +6,7 @@
 
 #include "emulator/database/object_information.h"
 #include "emulator/database/property_databases.h"
+#include "emulator/ink/rich_ink.h"
 #include "emulator/messaging/messaging.h"
 #include "emulator/pim/host_memory.h"
 #include "emulator/pim/object_model.h"
@@ -14,6 +15,7 @@
 #include "emulator/system/clock.h"
 #include "emulator/system/com_apartment.h"
 #include "emulator/system/configuration.h"
+#include "emulator/system/debug_output.h"
 #include "emulator/system/file_search.h"
 #include "emulator/system/file_system.h"
 #include "emulator/system/file_tree.h"
@@ -23,6 +25,7 @@
 #include "emulator/system/modules.h"
 #include "emulator/system/processes.h"
 #include "emulator/system/registry.h"
+#include "emulator/system/sockets.h"
 #include "emulator/system/temp_files.h"
 #include "emulator/system/windows.h"
 
@@ -40,7 +43,8 @@ struct NewDevice {
 struct DeviceOptions {
   Clock::Pace pace = Clock::Pace::Skipping;
   Clock::Source hostClock = hostTime;
-  std::ostream& messages = std::cerr;  ///< where message boxes are reported; must outlive the device
+  std::ostream& messages =
+      std::cerr;  ///< where message boxes and debugger output are reported; must outlive the device
 };
 
 /// The members use each other: a later one those before it.
@@ -75,8 +79,11 @@ struct Device {
   FileSearch searches;
   TempFiles tempFiles;
   Windows windows;
+  RichInk richInk;
   Processes processes;
   MessageBoxes messageBoxes;
+  DebugOutput debugOutput;
+  Sockets sockets;
   Modules modules;
   ComApartment com;
   HostMemory memory;  ///< what the device's calls allocate for the agent

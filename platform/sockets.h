@@ -13,6 +13,23 @@ inline constexpr int kSockDgram = 2;
 inline constexpr int kIpProtoUdp = 17;
 }  // namespace platform_sockets
 
+// Errors of the socket calls. They are also the last error.
+inline constexpr int WSAEACCES = 10013;
+inline constexpr int WSAEFAULT = 10014;
+inline constexpr int WSAEMFILE = 10024;
+inline constexpr int WSAENOTSOCK = 10038;
+inline constexpr int WSAEMSGSIZE = 10040;
+inline constexpr int WSAEPROTONOSUPPORT = 10043;
+inline constexpr int WSAESOCKTNOSUPPORT = 10044;
+inline constexpr int WSAEOPNOTSUPP = 10045;
+inline constexpr int WSAEAFNOSUPPORT = 10047;
+inline constexpr int WSAENETDOWN = 10050;
+inline constexpr int WSAENETUNREACH = 10051;
+inline constexpr int WSAEHOSTUNREACH = 10065;
+inline constexpr int WSASYSNOTREADY = 10091;
+inline constexpr int WSAVERNOTSUPPORTED = 10092;
+inline constexpr int WSANOTINITIALISED = 10093;
+
 struct WSADATA {
   WORD wVersion;
   WORD wHighVersion;
@@ -35,6 +52,7 @@ static_assert(sizeof(SOCKADDR_IN) == 16);
 
 // The declarations below bear the platform's names in the C++ language: the host's own headers declare C
 // functions of the same names with other types.
+/// Returns its error itself. Each success is given back with WSACleanup; nothing else works without one.
 int WSAStartup(WORD version, WSADATA* data) CE_CALL(WSAStartup);
 int WSACleanup() CE_CALL(WSACleanup);
 int closesocket(SOCKET socket) CE_CALL(closesocket);

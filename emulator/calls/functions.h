@@ -91,12 +91,9 @@ using DatabaseFunctions =
              Call<&::CeDeleteDatabaseEx, in(0)>,                //
              Call<&::CeOidGetInfoEx2, in(0)>>;
 
-/// What WSAStartup, which returns its error itself, answers on a device without a network.
-inline constexpr int kNetworkNotReady = 10091;
-
 using SocketFunctions =
-    CallList<Call<&::WSAStartup, returnsOnFailure(kNetworkNotReady)>,  //
-             Call<&::WSACleanup, kReturnsAllOnes>,                     //
+    CallList<Call<&::WSAStartup, returnsOnFailure(WSASYSNOTREADY)>,  //
+             Call<&::WSACleanup, kReturnsAllOnes>,                   //
              Call<&::closesocket, kReturnsAllOnes>, Call<&platform_sockets::socket, kReturnsAllOnes>,
              Call<&platform_sockets::sendto, in(1, countedBy(2)), kReturnsAllOnes>,
              Call<&platform_sockets::htons>, Call<&platform_sockets::inet_addr, kReturnsAllOnes>>;

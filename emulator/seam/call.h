@@ -60,19 +60,6 @@ typename RowOf<Function, Functions>::Result call(Perform perform, const Given&..
   return call_detail::observed<Row>(current, values, perform);
 }
 
-/// Fails a function whose part of the device does not exist.
-template <auto Function, typename... Given>
-typename RowOf<Function, Functions>::Result unsupported(const Given&... given) {
-  using Row = RowOf<Function, Functions>;
-  return call<Function>(
-      [&](Device& device) {
-        const typename Row::Arguments values(given...);
-        return failed<FormOf<Row>>(values, ERROR_NOT_SUPPORTED,
-                                   [&](DWORD error) { device.lastError.set(error); });
-      },
-      given...);
-}
-
 /// A text that a program gave; empty for a null pointer.
 inline std::u16string_view textOf(LPCWSTR text) {
   return text == nullptr ? std::u16string_view() : std::u16string_view(text);

@@ -10,11 +10,21 @@ HRESULT entries::DllRegisterServer() {
       [](Device& device) { return device.objectModel.registerServer(); });
 }
 
+void entries::InitRichInkDLL() {
+  call<&entries::InitRichInkDLL>([](Device& device) { device.richInk.registerClass(); });
+}
+
 namespace {
 
 template <typename Entry>
 FARPROC address(Entry* entry) {
   return reinterpret_cast<FARPROC>(entry);
+}
+
+void provideRichInk(Device& device) {
+  if (device.configuration.osVersion() < kFirstVersionWithRichInk) return;
+  device.modules.provide(u"RichInk.dll", {{u"InitRichInkDLL", address(&entries::InitRichInkDLL)}},
+                         [&device] { device.richInk.unregisterClass(); });
 }
 
 }  // namespace
@@ -26,6 +36,7 @@ void provideLibraries(Device& device) {
                                          {u"MAPIInitialize", address(&entries::MAPIInitialize)},
                                          {u"MAPILogonEx", address(&entries::MAPILogonEx)},
                                          {u"MAPIUninitialize", address(&entries::MAPIUninitialize)}});
+  provideRichInk(device);
 }
 
 }  // namespace emulator

@@ -1,32 +1,34 @@
-// The device has no network: every call that needs one fails.
 #include "platform/sockets.h"
 
 #include "emulator/seam/call.h"
 
 using emulator::call;
 using emulator::Device;
-using emulator::unsupported;
 
 int WSAStartup(WORD version, WSADATA* data) {
-  return unsupported<&::WSAStartup>(version, data);
+  return call<&::WSAStartup>([&](Device& device) { return device.sockets.startUp(version, data); }, version,
+                             data);
 }
 
 int WSACleanup() {
-  return unsupported<&::WSACleanup>();
+  return call<&::WSACleanup>([](Device& device) { return device.sockets.cleanUp(); });
 }
 
 int closesocket(SOCKET socket) {
-  return unsupported<&::closesocket>(socket);
+  return call<&::closesocket>([&](Device& device) { return device.sockets.close(socket); }, socket);
 }
 
 namespace platform_sockets {
 
 SOCKET socket(int family, int type, int protocol) {
-  return unsupported<&platform_sockets::socket>(family, type, protocol);
+  return call<&platform_sockets::socket>(
+      [&](Device& device) { return device.sockets.open(family, type, protocol); }, family, type, protocol);
 }
 
 int sendto(SOCKET socket, const char* data, int size, int flags, const SOCKADDR_IN* to, int toSize) {
-  return unsupported<&platform_sockets::sendto>(socket, data, size, flags, to, toSize);
+  return call<&platform_sockets::sendto>(
+      [&](Device& device) { return device.sockets.sendTo(socket, data, size, flags, to, toSize); }, socket,
+      data, size, flags, to, toSize);
 }
 
 USHORT htons(USHORT value) {
@@ -35,7 +37,7 @@ USHORT htons(USHORT value) {
 }
 
 DWORD inet_addr(const char* text) {
-  return unsupported<&platform_sockets::inet_addr>(text);
+  return call<&platform_sockets::inet_addr>([&](Device&) { return emulator::parseIpv4Address(text); }, text);
 }
 
 }  // namespace platform_sockets

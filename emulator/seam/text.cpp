@@ -61,9 +61,8 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR text, int count, cha
       codePage, flags, text, count, bytes, capacity, defaultChar, usedDefaultChar);
 }
 
-// There is no debugger on the device, and without one the text goes nowhere.
 void OutputDebugStringW(LPCWSTR text) {
-  call<&::OutputDebugStringW>([](Device&) {}, text);
+  call<&::OutputDebugStringW>([&](Device& device) { device.debugOutput.send(textOf(text)); }, text);
 }
 
 int _wcsicmp(LPCWSTR left, LPCWSTR right) {

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "emulator/ink/note_file.h"
 #include "emulator/snapshot/fields.h"
 #include "emulator/snapshot/values.h"
 
@@ -17,6 +18,18 @@ bool readFlag(const JsonNode& node) {
   return !node.isNull() && node.flag();
 }
 
+void giveContents(Reading& to, const JsonNode& node, Bytes contents) {
+  if (to.entry.contents) node.refuse("data and note are both the contents");
+  to.entry.contents = std::move(contents);
+}
+
+Bytes readNote(const JsonNode& node) {
+  if (node.isNull()) return {};
+  const std::u16string text = readText(node);
+  if (text.find(u'\0') != std::u16string::npos) node.refuse("has a NUL, where a text ends");
+  return encodeNoteFile(text);
+}
+
 constexpr std::array kFields{
     Field<Reading>{"path", [](Reading& to, const JsonNode& node) { to.entry.path = readText(node); }},
     Field<Reading>{"oid",
@@ -30,12 +43,11 @@ constexpr std::array kFields{
     Field<Reading>{
         "written",
         [](Reading& to, const JsonNode& node) { to.entry.written = node.isNull() ? to.now : readUtc(node); }},
-    Field<Reading>{
-        "data",
-        [](Reading& to, const JsonNode& node) { to.entry.data = node.isNull() ? Bytes() : readBytes(node); }},
-    Field<Reading>{
-        "note",
-        [](Reading&, const JsonNode& node) { node.refuse("notes are not supported by this version"); }},
+    Field<Reading>{"data",
+                   [](Reading& to, const JsonNode& node) {
+                     giveContents(to, node, node.isNull() ? Bytes() : readBytes(node));
+                   }},
+    Field<Reading>{"note", [](Reading& to, const JsonNode& node) { giveContents(to, node, readNote(node)); }},
 };
 
 }  // namespace

@@ -16,7 +16,7 @@ struct FileEntry {
   std::optional<bool> isFolder;
   std::optional<bool> isReadOnly;
   std::optional<Ticks> written;
-  std::optional<Bytes> data;
+  std::optional<Bytes> contents;  ///< from "data", or the file of a "note"
 };
 
 /// `now` is what a time that is reset becomes. Throws SnapshotError.

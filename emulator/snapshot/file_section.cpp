@@ -3,6 +3,7 @@
 #include <numeric>
 #include <unordered_set>
 
+#include "emulator/ink/note_file.h"
 #include "emulator/snapshot/file_entry.h"
 #include "emulator/snapshot/section_handlers.h"
 #include "emulator/snapshot/time_text.h"
@@ -84,8 +85,10 @@ Oid loadFile(Device& device, const JsonNode& node) {
   if (entry.isFolder && *entry.isFolder != file.isFolder()) {
     requireMember(node, "directory").refuse(file.isFolder() ? "this is a folder" : "this is a file");
   }
-  if (entry.data && file.isFolder()) requireMember(node, "data").refuse("a folder has none");
-  if (entry.data) writeContents(device.fileTree, file, *entry.data);
+  if (entry.contents && file.isFolder()) {
+    requireMember(node, node.member("note") ? "note" : "data").refuse("a folder has none");
+  }
+  if (entry.contents) writeContents(device.fileTree, file, *entry.contents);
   if (entry.isReadOnly) {
     const DWORD others = file.attributes & ~DWORD{FILE_ATTRIBUTE_READONLY};
     device.fileTree.setAttributes(file.oid, *entry.isReadOnly ? others | FILE_ATTRIBUTE_READONLY : others);
@@ -126,7 +129,11 @@ Json fileToJson(FileTree& files, const FileNode& file, const std::u16string& pat
   if (file.isFolder()) return entry;
   Bytes data(static_cast<std::size_t>(file.size));
   files.read(file.oid, 0, data);
-  entry["data"] = bytesToJson(data);
+  if (const auto note = decodeNoteFile(data)) {
+    entry["note"] = textToJson(*note);
+  } else {
+    entry["data"] = bytesToJson(data);
+  }
   return entry;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "emulator/system/file_path.h"
 #include "platform/errors.h"
@@ -13,9 +14,15 @@ namespace {
 
 class OpenSearch : public KernelObject {
  public:
-  OpenSearch(Oid folder, std::u16string_view pattern) : folder_(folder), pattern_(pattern) {}
+  OpenSearch(Oid folder, std::u16string_view pattern)
+      : folder_(folder),
+        pattern_(pattern),
+        hasWildcards_(pattern.find_first_of(u"*?") != std::u16string_view::npos) {}
 
-  std::optional<FileNode> next(FileTree& tree) {
+  std::optional<FileNode> next(FileTree& tree) { return hasWildcards_ ? nextMatch(tree) : onlyMatch(tree); }
+
+ private:
+  std::optional<FileNode> nextMatch(FileTree& tree) {
     while (auto node = tree.nextChild(folder_, last_)) {
       last_ = node->oid;
       if (matchesWildcards(node->name, pattern_)) return node;
@@ -23,9 +30,16 @@ class OpenSearch : public KernelObject {
     return std::nullopt;
   }
 
- private:
+  /// A name is looked up, however many files the folder has.
+  std::optional<FileNode> onlyMatch(FileTree& tree) {
+    if (std::exchange(isDone_, true)) return std::nullopt;
+    return tree.child(folder_, pattern_);
+  }
+
   Oid folder_;
   std::u16string pattern_;
+  bool hasWildcards_;
+  bool isDone_ = false;
   Oid last_ = 0;
 };
 

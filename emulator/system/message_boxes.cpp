@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "emulator/system/utf16.h"
+#include "emulator/system/one_line.h"
 
 namespace emulator {
 namespace {
@@ -12,18 +12,6 @@ constexpr int kRetry = 4;
 constexpr int kYes = 6;
 /// By the style's low four bits: OK, OK/Cancel, Abort/Retry/Ignore, Yes/No/Cancel, Yes/No, Retry/Cancel.
 constexpr std::array kAgreeing{kOk, kOk, kRetry, kYes, kYes, kRetry};
-
-std::string onOneLine(std::u16string_view text) {
-  std::string line;
-  for (const char c : toUtf8(text)) {
-    if (c == '\n') {
-      line += "\\n";
-    } else if (c != '\r') {
-      line += c;
-    }
-  }
-  return line;
-}
 
 }  // namespace
 

@@ -21,11 +21,12 @@ std::u16string keyOf(std::u16string_view name) {
 
 }  // namespace
 
-void Modules::provide(std::u16string_view name, ModuleEntries entries) {
+void Modules::provide(std::u16string_view name, ModuleEntries entries, std::function<void()> unloaded) {
   auto* const module = reinterpret_cast<HMODULE>(kFirstModule + kModuleStep * (libraries_.size() + 1));
   const auto [library, isNew] = libraries_.try_emplace(
-      keyOf(name), Library{u"\\Windows\\" + std::u16string(name), ModuleEntries(), module});
+      keyOf(name), Library{u"\\Windows\\" + std::u16string(name), ModuleEntries(), module, {}});
   library->second.entries = std::move(entries);
+  library->second.unloaded = std::move(unloaded);
 }
 
 HMODULE Modules::load(std::u16string_view name) {
@@ -40,8 +41,9 @@ HMODULE Modules::load(std::u16string_view name) {
 
 bool Modules::unload(HMODULE module) {
   Library* library = loaded(module);
-  if (library != nullptr) --library->loads;
-  return library != nullptr;
+  if (library == nullptr) return false;
+  if (--library->loads == 0 && library->unloaded) library->unloaded();
+  return true;
 }
 
 FARPROC Modules::entry(HMODULE module, std::u16string_view name) {

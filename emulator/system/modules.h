@@ -1,6 +1,7 @@
 // The libraries that the device has for the agent to load, and the agent's own module.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -21,8 +22,9 @@ class Modules {
   Modules(const Configuration& configuration, LastError& lastError)
       : configuration_(configuration), lastError_(lastError) {}
 
-  /// From now on the device has this library. A second library of the name replaces the first.
-  void provide(std::u16string_view name, ModuleEntries entries);
+  /// From now on the device has this library. A second library of the name replaces the first. `unloaded` is
+  /// called when the last load of the library was given back.
+  void provide(std::u16string_view name, ModuleEntries entries, std::function<void()> unloaded = {});
 
   /// LoadLibraryW: null with ERROR_MOD_NOT_FOUND. Each load is given back with `unload`.
   HMODULE load(std::u16string_view name);
@@ -46,6 +48,7 @@ class Modules {
     std::u16string path;
     ModuleEntries entries;
     HMODULE module;
+    std::function<void()> unloaded;
     std::size_t loads = 0;
   };
 

@@ -1,6 +1,7 @@
 // The version of the device's operating system.
 #pragma once
 
+#include <compare>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +16,8 @@ struct OsVersion {
   DWORD minor = 20;
   DWORD build = 14053;
 
-  friend bool operator==(const OsVersion&, const OsVersion&) = default;
+  /// Older is less.
+  friend auto operator<=>(const OsVersion&, const OsVersion&) = default;
 };
 
 /// "4.20.14053"; nothing for any other form.

@@ -9,7 +9,7 @@ namespace emulator {
 namespace {
 
 /// Numbers of registered classes begin here.
-constexpr std::size_t kFirstAtom = 0xC000;
+constexpr ATOM kFirstAtom = 0xC000;
 
 bool fits(const std::u16string& actual, std::optional<std::u16string_view> wanted) {
   return !wanted || equalFolded(actual, *wanted);
@@ -22,11 +22,18 @@ ATOM Windows::registerClass(std::u16string_view name, WindowProcedure procedure)
     lastError_.set(ERROR_INVALID_PARAMETER);
     return 0;
   }
-  const auto atom = static_cast<ATOM>(kFirstAtom + classes_.size());
   const auto [entry, isNew] =
-      classes_.try_emplace(foldCase(name), Class{std::u16string(name), atom, std::move(procedure)});
+      classes_.try_emplace(foldCase(name), Class{std::u16string(name), freeAtom(), std::move(procedure)});
   if (!isNew) lastError_.set(ERROR_CLASS_ALREADY_EXISTS);
   return isNew ? entry->second.atom : ATOM{0};
+}
+
+void Windows::unregisterClass(std::u16string_view name) {
+  classes_.erase(foldCase(name));
+}
+
+bool Windows::hasClass(std::u16string_view name) const {
+  return classes_.contains(foldCase(name));
 }
 
 HWND Windows::create(std::u16string_view className, std::u16string_view title, DWORD style, HWND parent) {
@@ -90,6 +97,14 @@ void Windows::remove(HWND window) {
        child = std::ranges::find_if(windows_, isInside)) {
     remove(child->first);
   }
+}
+
+/// The least number that no class has.
+ATOM Windows::freeAtom() const {
+  ATOM atom = kFirstAtom;
+  const auto hasIt = [&atom](const auto& entry) { return entry.second.atom == atom; };
+  while (std::ranges::any_of(classes_, hasIt)) ++atom;
+  return atom;
 }
 
 Window* Windows::lookUp(HWND window) {

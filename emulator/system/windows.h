@@ -31,6 +31,9 @@ class Windows {
   /// The class's number; 0 with ERROR_CLASS_ALREADY_EXISTS, or with ERROR_INVALID_PARAMETER for an empty
   /// name.
   ATOM registerClass(std::u16string_view name, WindowProcedure procedure);
+  /// Windows of the class stay. Nothing when there is no such class.
+  void unregisterClass(std::u16string_view name);
+  bool hasClass(std::u16string_view name) const;
   /// Null with ERROR_CANNOT_FIND_WND_CLASS. The procedure gets no message about it.
   HWND create(std::u16string_view className, std::u16string_view title, DWORD style, HWND parent);
   /// A window of another program on the device, whose class is not known here.
@@ -62,6 +65,7 @@ class Windows {
     WindowProcedure procedure;
   };
 
+  ATOM freeAtom() const;
   Window* lookUp(HWND window);
 
   LastError& lastError_;

@@ -287,11 +287,23 @@ TEST_F(SeamTest, startsNoProgramThatTheDeviceLacks) {
   EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
 }
 
-TEST_F(SeamTest, failsWhatTheDeviceLacks) {
-  EXPECT_EQ(platform_sockets::socket(2, 2, 17), INVALID_SOCKET);
-  EXPECT_EQ(GetLastError(), ERROR_NOT_SUPPORTED);
-  EXPECT_NE(WSAStartup(0x0101, nullptr), 0);
+TEST_F(SeamTest, sendsDatagramsFromTheDevice) {
+  WSADATA data;
+  ASSERT_EQ(WSAStartup(0x0101, &data), 0);
   EXPECT_EQ(platform_sockets::htons(0x1234), 0x3412);
+  // 127.0.0.1 in network order is 7F 00 00 01 in memory.
+  EXPECT_EQ(platform_sockets::inet_addr("127.0.0.1"), 0x0100007Fu);
+  const SOCKET socket = platform_sockets::socket(2, 2, 17);
+  const SOCKADDR_IN nobody{2, platform_sockets::htons(9), platform_sockets::inet_addr("127.0.0.1"), {}};
+  EXPECT_EQ(platform_sockets::sendto(socket, "abc", 3, 0, &nobody, 16), 3);
+  EXPECT_EQ(closesocket(socket), 0);
+  EXPECT_EQ(WSACleanup(), 0);
+}
+
+TEST_F(SeamTest, passesDebuggerOutputOn) {
+  OutputDebugStringW(u"first\nsecond\n");
+  OutputDebugStringW(nullptr);
+  EXPECT_EQ(messages_.str(), "debugger: first\\nsecond\ndebugger: \n");
 }
 
 TEST_F(SeamTest, turnsADeviceThatCantBeWrittenIntoAFailedCall) {

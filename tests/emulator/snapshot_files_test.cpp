@@ -113,6 +113,33 @@ TEST(SnapshotFiles, comeBackByteForByte) {
   EXPECT_EQ(reload(dump), dump);
 }
 
+TEST(SnapshotFiles, areNotesWhenTheControlCanReadThem) {
+  SnapshotDevice device;
+  device.load(R"({"files": [{"path": "\\My Documents\\Plan.pwi", "note": "Grüße\r\n"},
+                            {"path": "\\My Documents\\Empty.pwi", "note": ""},
+                            {"path": "\\My Documents\\Other.pwi", "data": "e1xwd2k="}]})");
+  const Json plan = fileAt(device, "\\My Documents\\Plan.pwi");
+  EXPECT_EQ(plan["note"], "Grüße\r\n");
+  EXPECT_FALSE(plan.contains("data"));
+  EXPECT_EQ(fileAt(device, "\\My Documents\\Empty.pwi")["note"], "");
+  EXPECT_EQ(fileAt(device, "\\My Documents\\Other.pwi")["data"], "e1xwd2k=");
+  EXPECT_EQ(reload(device.dumpText()), device.dumpText());
+}
+
+TEST(SnapshotFiles, keepANoteUntilItIsChangedOrReset) {
+  SnapshotDevice device;
+  device.load(
+      R"({"files": [{"path": "\\a.pwi", "oid": 900, "note": "one", "written": "2005-03-14T14:35:10.000Z"}]})");
+  device.load(R"({"files": [{"oid": 900, "path": "\\b.pwi"}]})");
+  EXPECT_EQ(fileAt(device, "\\b.pwi")["note"], "one");
+  EXPECT_EQ(fileAt(device, "\\b.pwi")["written"], "2005-03-14T14:35:10.000Z");
+  device.load(R"({"files": [{"oid": 900, "note": "two"}]})");
+  EXPECT_EQ(fileAt(device, "\\b.pwi")["note"], "two");
+  EXPECT_GT(fileAt(device, "\\b.pwi")["written"], "2005-03-14T14:35:10.000Z");
+  device.load(R"({"files": [{"oid": 900, "note": null}]})");
+  EXPECT_EQ(fileAt(device, "\\b.pwi")["data"], "");
+}
+
 TEST(SnapshotFiles, letAFreshFolderHaveTheIdentifierOfADump) {
   SnapshotDevice device;
   device.load(R"({"deleted": [)" + fileAt(device, "\\Temp")["oid"].dump() + "]}");

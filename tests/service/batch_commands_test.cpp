@@ -105,10 +105,11 @@ TEST_F(BatchCommands, deleteOfNothingIsAnEmptyReply) {
 }
 
 TEST_F(BatchCommands, deleteStopsBeforeAnAnswerThatHasNoRoom) {
-  // Ink notes have nothing to delete, so every OID that the object model knows counts as deleted: the same one
-  // fits 0x36000 / 4 = 55296 times.
+  // A deletion that succeeds and deletes nothing, so that one OID can be deleted again and again: it fits
+  // 0x36000 / 4 = 55296 times.
   const DWORD oid = add(u"a");
-  Bytes bytes = request(17, kInkNote).u32(55300);
+  fault("IAppointment.Delete=0");
+  Bytes bytes = request(17, kAppointment).u32(55300);
   for (int i = 0; i < 55300; ++i) bytes.u32(oid);
   EXPECT_EQ(reply(bytes).size(), 0x36000u);
 }

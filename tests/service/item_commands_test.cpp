@@ -138,19 +138,6 @@ TEST_F(ItemCommands, deleteAllPassesOverWhatCannotBeRemoved) {
   EXPECT_EQ(reply(request(6, kAppointment)), hex("01 00 01000000"));
 }
 
-TEST_F(ItemCommands, typesWithoutAFolderAreRefused) {
-  const auto replies = session({request(6, kInkNote), request(5, kInkNote)});
-  EXPECT_EQ(replies, (std::vector<Bytes>{hex("00 03 00000000"), hex("00 03")}));
-}
-
-TEST_F(ItemCommands, typesWithoutAWriterAnswerTheHeaderAloneWithStatusOne) {
-  const auto replies =
-      session({request(2, kInkNote).u32(7), request(3, kInkNote).u32(8), request(7, kInkNote).u32(1)});
-  EXPECT_EQ(replies[0], hex("00 01 00000000 07000000"));
-  EXPECT_EQ(replies[1], hex("00 01 08000000 08000000"));
-  EXPECT_EQ(replies[2], Bytes());
-}
-
 TEST_F(ItemCommands, readOfAnUnknownItemIsRefused) {
   EXPECT_EQ(reply(request(7, kAppointment).u32(4711)), hex("00 03"));
 }
