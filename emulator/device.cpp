@@ -43,6 +43,7 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       processes(fileTree, windows, clock, handles, lastError),
       messageBoxes(options.messages),
       modules(configuration, lastError),
+      memory(options.memory == nullptr ? hostMemory : *options.memory),
       objectModel(store, memory, localClock(clock, configuration)) {}
 
 void Device::commit() {

@@ -37,6 +37,8 @@ struct DeviceOptions {
   Clock::Pace pace = Clock::Pace::Skipping;
   Clock::Source hostClock = hostTime;
   std::ostream& messages = std::cerr;  ///< where message boxes are reported; must outlive the device
+  /// Where the device allocates for the agent, when not in the program's own memory; must outlive the device.
+  PlatformMemory* memory = nullptr;
 };
 
 /// The members use each other: a later one those before it.
@@ -72,7 +74,8 @@ struct Device {
   MessageBoxes messageBoxes;
   Modules modules;
   ComApartment com;
-  HostMemory memory;  ///< what the device's calls allocate for the agent
+  HostMemory hostMemory;
+  PlatformMemory& memory;  ///< where the device's calls allocate for the agent
   ObjectModel objectModel;
 };
 

@@ -1,22 +1,27 @@
-// The C library's heap over the device's local heap, in place of its own, which has no memory to give.
+// The C library's heap: the device's own, in place of one that has no memory to give.
 
 #include <cstddef>
+#include <cstring>
 #include <limits>
 
-#include "platform/system.h"
+#include "platform/types.h"
 
 extern "C" {
 
+void* deviceMalloc(std::size_t size) CE_CALL(malloc);
+void deviceFree(void* block) CE_CALL(free);
+
 void* malloc(std::size_t size) {
-  return LocalAlloc(0, size);
+  return deviceMalloc(size);
 }
 
 void* calloc(std::size_t count, std::size_t size) {
   if (size != 0 && count > std::numeric_limits<std::size_t>::max() / size) return nullptr;
-  return LocalAlloc(LMEM_ZEROINIT, count * size);
+  void* const block = deviceMalloc(count * size);
+  return block == nullptr ? nullptr : std::memset(block, 0, count * size);
 }
 
 void free(void* block) {
-  if (block != nullptr) LocalFree(block);
+  deviceFree(block);
 }
 }
