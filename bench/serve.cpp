@@ -10,7 +10,7 @@ void serve(const std::filesystem::path& file, int socket) {
   emulator::Device device(file);
   emulator::provideLibraries(device);
   const emulator::CurrentDevice current(device);
-  const emulator::AgentModule agent(QORV_AGENT, emulator::Modules::agent());
+  emulator::AgentModule agent(QORV_AGENT, emulator::Modules::agent());
   emulator::runSession(agent, device, nullptr, emulator::Peer(socket, socket, -1));
 }
 

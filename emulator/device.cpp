@@ -46,6 +46,7 @@ Device::Device(const std::string& path, const DeviceOptions& options)
       debugOutput(options.messages),
       sockets(lastError),
       modules(configuration, lastError),
+      memory(options.memory == nullptr ? hostMemory : *options.memory),
       databaseStore(store, clock),
       databases(databaseStore, memory, handles, lastError),
       objects(store, fileTree, databaseStore, lastError),

@@ -45,6 +45,8 @@ struct DeviceOptions {
   Clock::Source hostClock = hostTime;
   std::ostream& messages =
       std::cerr;  ///< where message boxes and debugger output are reported; must outlive the device
+  /// Where the device allocates for the agent, when not in the program's own memory; must outlive the device.
+  PlatformMemory* memory = nullptr;
 };
 
 /// The members use each other: a later one those before it.
@@ -86,7 +88,8 @@ struct Device {
   Sockets sockets;
   Modules modules;
   ComApartment com;
-  HostMemory memory;  ///< what the device's calls allocate for the agent
+  HostMemory hostMemory;
+  PlatformMemory& memory;  ///< where the device's calls allocate for the agent
   DatabaseStore databaseStore;
   PropertyDatabases databases;
   ObjectInformation objects;

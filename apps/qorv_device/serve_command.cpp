@@ -8,8 +8,10 @@
 #include <unistd.h>
 
 #include "apps/qorv_device/call_log_place.h"
+#include "emulator/arm/arm_agent.h"
 #include "emulator/seam/current_device.h"
 #include "emulator/seam/libraries.h"
+#include "emulator/session/agent_module.h"
 #include "emulator/session/listener.h"
 #include "emulator/session/session.h"
 #include "emulator/session/stop_signals.h"
@@ -37,26 +39,43 @@ std::vector<emulator::FaultRule> faultRules(const std::vector<std::string>& text
   return rules;
 }
 
-emulator::DeviceOptions deviceOptions(const Options& options) {
-  using Pace = emulator::Clock::Pace;
-  return {.pace = options.realTime ? Pace::RealTime : Pace::Skipping};
-}
-
 std::filesystem::path agentFile(const Options& options) {
   if (options.agent.empty()) return emulator::AgentModule::besideProgram();
   return options.agent;
+}
+
+/// The memory of a library for the device's processor; a module of the host has the program's.
+std::unique_ptr<emulator::arm::GuestSpace> spaceFor(const std::filesystem::path& agent) {
+  if (!emulator::arm::ArmAgent::isDeviceLibrary(agent)) return nullptr;
+  return std::make_unique<emulator::arm::GuestSpace>();
+}
+
+emulator::DeviceOptions deviceOptions(const Options& options, emulator::arm::GuestSpace* space) {
+  using Pace = emulator::Clock::Pace;
+  emulator::DeviceOptions chosen;
+  chosen.pace = options.realTime ? Pace::RealTime : Pace::Skipping;
+  if (space != nullptr) chosen.memory = &space->heap;
+  return chosen;
+}
+
+std::unique_ptr<emulator::Agent> loadAgent(const std::filesystem::path& file,
+                                           emulator::arm::GuestSpace* space) {
+  HMODULE const module = emulator::Modules::agent();
+  if (space == nullptr) return std::make_unique<emulator::AgentModule>(file, module);
+  return std::make_unique<emulator::arm::ArmAgent>(*space, file, module);
 }
 
 /// Serves sessions with one device and one loaded agent.
 class Server {
  public:
   Server(const Options& options, std::vector<emulator::FaultRule> rules)
-      : device_(options.device, deviceOptions(options)),
+      : space_(spaceFor(agentFile(options))),
+        device_(options.device, deviceOptions(options, space_.get())),
         current_(device_),
-        agent_(agentFile(options), emulator::Modules::agent()),
         calls_(options.calls),
         rules_(std::move(rules)) {
     emulator::provideLibraries(device_);
+    agent_ = loadAgent(agentFile(options), space_.get());
   }
 
   /// Opens the call log, when there is to be one: the last thing that can keep sessions from being served.
@@ -69,7 +88,7 @@ class Server {
   }
 
   void serve(const emulator::Peer& peer) {
-    const HRESULT result = runSession(agent_, device_, monitor_ ? &*monitor_ : nullptr, peer);
+    const HRESULT result = runSession(*agent_, device_, monitor_ ? &*monitor_ : nullptr, peer);
     if (result == S_OK) return;
     std::cerr << "rsCeApiMgr returned 0x" << std::hex << static_cast<std::uint32_t>(result) << std::dec
               << '\n';
@@ -83,10 +102,11 @@ class Server {
   }
 
  private:
+  std::unique_ptr<emulator::arm::GuestSpace> space_;
   emulator::Device device_;
   emulator::CurrentDevice current_;  ///< the agent may call the platform while it is attached and detached
   std::optional<emulator::CallMonitor> monitor_;  ///< outlives the agent, which may keep objects to its end
-  emulator::AgentModule agent_;
+  std::unique_ptr<emulator::Agent> agent_;
   std::string calls_;
   std::vector<emulator::FaultRule> rules_;
   bool failed_ = false;

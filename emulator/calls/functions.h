@@ -84,8 +84,8 @@ using DatabaseFunctions =
              Call<&::CeCreateDatabaseEx2, in(0), in(1)>,
              Call<&::CeOpenDatabaseEx2, in(0), inOut(1), in(3), in(5), kReturnsAllOnes>,
              Call<&::CeSeekDatabase, seekValue(2, 1)>,
-             Call<&::CeReadRecordProps, inOut(2), in(3, countedBy(2)), inOut(4, blockOf(5)), inOut(5)>,
-             Call<&::CeReadRecordPropsEx, inOut(2), in(3, countedBy(2)), inOut(4, blockOf(5)), inOut(5)>,
+             Call<&::CeReadRecordProps, inOut(2), in(3, countedBy(2)), inOut(4, recordsOf(5, 2)), inOut(5)>,
+             Call<&::CeReadRecordPropsEx, inOut(2), in(3, countedBy(2)), inOut(4, recordsOf(5, 2)), inOut(5)>,
              Call<&::CeWriteRecordProps, in(3, countedBy(2))>,  //
              Call<&::CeDeleteRecord>,                           //
              Call<&::CeDeleteDatabaseEx, in(0)>,                //

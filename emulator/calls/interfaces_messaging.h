@@ -10,7 +10,7 @@ struct Interface<IMAPIProp> {
   using Base = IUnknown;
   using Members =
       CallList<Call<&IMAPIProp::GetLastError>, Call<&IMAPIProp::SaveChanges>,
-               Call<&IMAPIProp::GetProps, in(0)>, Call<&IMAPIProp::GetPropList>,
+               Call<&IMAPIProp::GetProps, in(0), out(3, recordsOf(2, 2))>, Call<&IMAPIProp::GetPropList>,
                Call<&IMAPIProp::OpenProperty>, Call<&IMAPIProp::SetProps, in(1, countedBy(0))>,
                Call<&IMAPIProp::DeleteProps, in(0)>,
                Call<&IMAPIProp::CopyTo, in(1, countedBy(0)), in(2), inInterface(6)>,

@@ -46,7 +46,7 @@ template <>
 struct Interface<IItem> {
   using Base = IUnknown;
   using Members =
-      CallList<Call<&IItem::GetProps, in(0, countedBy(2)), out(3, blockOf(4))>,
+      CallList<Call<&IItem::GetProps, in(0, countedBy(2)), out(3, recordsOf(4, 2))>,
                Call<&IItem::SetProps, in(2, countedBy(1))>, Call<&IItem::Save>, Call<&IItem::Delete>,
                Call<&IItem::Display>, Call<&IItem::Edit>, Call<&IItem::Copy>, Call<&IItem::get_Oid>,
                Call<&IItem::OpenProperty>, Call<&IItem::get_DefaultItemType>, Call<&IItem::get_Application>,

@@ -31,6 +31,8 @@ enum class Shape : std::uint8_t {
   Message,    ///< a word that is the address of an EDITSTREAM when the message beside it streams
 };
 
+inline constexpr std::size_t kNoPlace = ~std::size_t{0};
+
 /// Places count from 0, without the object itself. Plain data, so that a call's row can carry it.
 struct Parameter {
   std::size_t place;
@@ -38,11 +40,14 @@ struct Parameter {
   Shape shape;
   std::size_t number =
       0;  ///< the place of the argument that counts or tells the kind; for Fixed the elements
+  std::size_t recordCount =
+      kNoPlace;  ///< the place of the argument that counts the property values at the start of a Block
 };
 
 struct Extent {
   Shape shape = Shape::Pointee;
   std::size_t number = 0;
+  std::size_t recordCount = kNoPlace;
 };
 
 /// The count stands in another argument, or behind it when that is a pointer.
@@ -55,16 +60,20 @@ constexpr Extent roomFor(std::size_t elements) {
 constexpr Extent blockOf(std::size_t place) {
   return {Shape::Block, place};
 }
+/// A block that begins with property values, which point into it.
+constexpr Extent recordsOf(std::size_t sizePlace, std::size_t countPlace) {
+  return {Shape::Block, sizePlace, countPlace};
+}
 
 constexpr Parameter in(std::size_t place, Extent extent = {}) {
-  return {place, Direction::In, extent.shape, extent.number};
+  return {place, Direction::In, extent.shape, extent.number, extent.recordCount};
 }
 /// A structure that goes out may carry its own size or version in; neither is looked at.
 constexpr Parameter out(std::size_t place, Extent extent = {}) {
-  return {place, Direction::Out, extent.shape, extent.number};
+  return {place, Direction::Out, extent.shape, extent.number, extent.recordCount};
 }
 constexpr Parameter inOut(std::size_t place, Extent extent = {}) {
-  return {place, Direction::InOut, extent.shape, extent.number};
+  return {place, Direction::InOut, extent.shape, extent.number, extent.recordCount};
 }
 constexpr Parameter inInterface(std::size_t place) {
   return {place, Direction::In, Shape::Interface};

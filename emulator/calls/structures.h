@@ -6,6 +6,7 @@
 #include "platform/property_database.h"
 #include "platform/rich_ink.h"
 #include "platform/sockets.h"
+#include "platform/system.h"
 #include "platform/windows.h"
 
 namespace emulator {
@@ -36,7 +37,7 @@ using ChosenField = Field<Member, Meaning::Chosen>;
 template <auto Member, auto Count>
 using CountedField = Field<Member, Meaning::Plain, Count>;
 
-/// Specialised for every structure that goes in: `Fields`.
+/// Specialised for every structure that goes in, and for every one that holds pointers: `Fields`.
 template <typename T>
 struct Structure;
 
@@ -118,6 +119,50 @@ template <>
 struct Structure<SPropValue> {
   using Fields = FieldList<Field<&SPropValue::ulPropTag>, ReservedField<&SPropValue::dwAlignPad>,
                            ChosenField<&SPropValue::Value>>;
+};
+
+template <>
+struct Structure<CEBLOB> {
+  using Fields = FieldList<Field<&CEBLOB::dwCount>, CountedField<&CEBLOB::lpb, &CEBLOB::dwCount>>;
+};
+
+template <>
+struct Structure<SBinary> {
+  using Fields = FieldList<Field<&SBinary::cb>, CountedField<&SBinary::lpb, &SBinary::cb>>;
+};
+
+template <>
+struct Structure<SRow> {
+  using Fields = FieldList<ReservedField<&SRow::ulAdrEntryPad>, Field<&SRow::cValues>,
+                           CountedField<&SRow::lpProps, &SRow::cValues>>;
+};
+
+template <>
+struct Structure<SRowSet> {
+  using Fields = FieldList<Field<&SRowSet::cRows>, CountedField<&SRowSet::aRow, &SRowSet::cRows>>;
+};
+
+template <>
+struct Structure<STATSTG> {
+  using Fields =
+      FieldList<Field<&STATSTG::pwcsName>, Field<&STATSTG::type>, Field<&STATSTG::cbSize>,
+                Field<&STATSTG::mtime>, Field<&STATSTG::ctime>, Field<&STATSTG::atime>,
+                Field<&STATSTG::grfMode>, Field<&STATSTG::grfLocksSupported>, Field<&STATSTG::clsid>,
+                Field<&STATSTG::grfStateBits>, ReservedField<&STATSTG::reserved>>;
+};
+
+template <>
+struct Structure<PROCESS_INFORMATION> {
+  using Fields = FieldList<Field<&PROCESS_INFORMATION::hProcess>, Field<&PROCESS_INFORMATION::hThread>,
+                           Field<&PROCESS_INFORMATION::dwProcessId>, Field<&PROCESS_INFORMATION::dwThreadId>>;
+};
+
+template <>
+struct Structure<WSADATA> {
+  using Fields =
+      FieldList<Field<&WSADATA::wVersion>, Field<&WSADATA::wHighVersion>, Field<&WSADATA::szDescription>,
+                Field<&WSADATA::szSystemStatus>, Field<&WSADATA::iMaxSockets>, Field<&WSADATA::iMaxUdpDg>,
+                Field<&WSADATA::lpVendorInfo>>;
 };
 
 template <>

@@ -27,9 +27,18 @@ void provideRichInk(Device& device) {
                          [&device] { device.richInk.unregisterClass(); });
 }
 
+/// What a program looks up because older systems lack it.
+ModuleEntries coreEntries(const OsVersion& version) {
+  if (version.major < 4) return {};
+  return {{u"CeCreateDatabaseEx2", address(&CeCreateDatabaseEx2)},
+          {u"CeOpenDatabaseEx2", address(&CeOpenDatabaseEx2)},
+          {u"CeOidGetInfoEx2", address(&CeOidGetInfoEx2)}};
+}
+
 }  // namespace
 
 void provideLibraries(Device& device) {
+  device.modules.provide(u"coredll.dll", coreEntries(device.configuration.osVersion()));
   device.modules.provide(u"pimstore.dll", {{u"DllRegisterServer", address(&entries::DllRegisterServer)}});
   device.modules.provide(u"CEMAPI.DLL", {{u"FreeProws", address(&entries::FreeProws)},
                                          {u"MAPIFreeBuffer", address(&entries::MAPIFreeBuffer)},

@@ -1,8 +1,6 @@
 #include "emulator/session/agent_module.h"
 
-#include <array>
 #include <dlfcn.h>
-#include <fstream>
 #include <string_view>
 
 #include "emulator/session/session_error.h"
@@ -18,13 +16,6 @@ constexpr const char* kNotification = "DllMain";
   throw SessionError(file.string() + ": the agent can't be loaded: " + std::string(reason));
 }
 
-/// Device libraries begin with these two letters.
-bool isDeviceLibrary(const std::filesystem::path& file) {
-  std::array<char, 2> magic{};
-  return std::ifstream(file, std::ios::binary).read(magic.data(), magic.size()) && magic[0] == 'M' &&
-         magic[1] == 'Z';
-}
-
 /// The loader's complaint without the file's name, which it puts in front.
 std::string loadersReason(const std::filesystem::path& file) {
   const std::string complaint = dlerror();
@@ -33,8 +24,6 @@ std::string loadersReason(const std::filesystem::path& file) {
 }
 
 void* load(const std::filesystem::path& file) {
-  if (isDeviceLibrary(file))
-    refuse(file, "it is a library for the device's processor, which is not emulated");
   // A name without a folder would be sought among the system's libraries.
   const auto path = std::filesystem::absolute(file);
   void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -67,7 +56,7 @@ AgentModule::~AgentModule() {
   notify_(module_, DLL_PROCESS_DETACH, nullptr);
 }
 
-HRESULT AgentModule::serve(IRAPIStream* stream) const {
+HRESULT AgentModule::serve(IRAPIStream* stream) {
   return export_(0, nullptr, nullptr, nullptr, stream);
 }
 

@@ -4,24 +4,20 @@
 #include <filesystem>
 #include <memory>
 
-#include "platform/rapi_stream.h"
+#include "emulator/session/agent.h"
 #include "platform/system.h"
 
 namespace emulator {
 
-/// The module takes the platform's calls from this program, so a device is current whenever the module runs:
-/// while it is loaded, invoked and unloaded.
-class AgentModule {
+/// The module takes the platform's calls from this program.
+class AgentModule final : public Agent {
  public:
   /// Loads the module and tells it that it is `module` on the device. Throws SessionError.
   AgentModule(const std::filesystem::path& file, HMODULE module);
   /// Tells the module and unloads it.
-  ~AgentModule();
-  AgentModule(const AgentModule&) = delete;
-  AgentModule& operator=(const AgentModule&) = delete;
+  ~AgentModule() override;
 
-  /// One session, which lasts as long as the call. The result is the agent's own.
-  HRESULT serve(IRAPIStream* stream) const;
+  HRESULT serve(IRAPIStream* stream) override;
 
   /// The agent that is built or installed together with this program.
   static std::filesystem::path besideProgram();

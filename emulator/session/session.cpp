@@ -6,7 +6,7 @@
 
 namespace emulator {
 
-HRESULT runSession(const AgentModule& agent, Device& device, CallMonitor* monitor, const Peer& peer) {
+HRESULT runSession(Agent& agent, Device& device, CallMonitor* monitor, const Peer& peer) {
   RapiStream stream(peer, {[&] { device.commit(); }, [&] { device.rollback(); }});
   const CurrentDevice current(device, monitor);
   const HRESULT result = agent.serve(monitor == nullptr ? static_cast<IRAPIStream*>(&stream)

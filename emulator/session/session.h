@@ -3,7 +3,7 @@
 
 #include "emulator/calls/call_monitor.h"
 #include "emulator/device.h"
-#include "emulator/session/agent_module.h"
+#include "emulator/session/agent.h"
 #include "emulator/session/peer.h"
 
 namespace emulator {
@@ -11,6 +11,6 @@ namespace emulator {
 /// Invokes the agent once. Its calls are observed when there is a monitor. Returns what the agent returned;
 /// what it did for a request that it left without a reply is undone. Throws SessionError when the device's
 /// file failed, which leaves what was not committed undone.
-HRESULT runSession(const AgentModule& agent, Device& device, CallMonitor* monitor, const Peer& peer);
+HRESULT runSession(Agent& agent, Device& device, CallMonitor* monitor, const Peer& peer);
 
 }  // namespace emulator
