@@ -12,5 +12,6 @@ set(CMAKE_ASM_FLAGS_INIT "${qorv_arm}")
 # The compiler notes what older versions of itself passed otherwise; everything here comes from one version.
 set(CMAKE_CXX_FLAGS_INIT "${qorv_arm} -Wno-psabi -fno-short-enums -fno-strict-aliasing -fno-threadsafe-statics \
 -ffunction-sections -fdata-sections -D_GLIBCXX_EXTERN_TEMPLATE=0")
-set(CMAKE_CXX_FLAGS_MINSIZEREL_INIT "-Os")
+# Seen as a whole the library comes out an eighth smaller.
+set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
 set(QORV_FOR_DEVICE ON)
