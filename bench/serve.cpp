@@ -2,6 +2,7 @@
 
 #include "emulator/seam/current_device.h"
 #include "emulator/seam/libraries.h"
+#include "emulator/session/agent_module.h"
 #include "emulator/session/session.h"
 
 namespace bench {

@@ -97,11 +97,10 @@ TEST_F(Session, unwrittenReplyBytesAreZeroAfterALongerReply) {
   const Bytes path = Bytes().text(u"\\Temp\\a.bin");
   Bytes append = request(18, 1).append(path).u32(0).u32(40);
   for (int i = 0; i < 40; ++i) append.u8(0xEE);
-  const auto replies = session({append, request(19, 1).append(path).u32(0).u32(0).u32(40),
-                                request(2, kInkNote), request(3, 1).u32(99)});
+  const auto replies =
+      session({append, request(19, 1).append(path).u32(0).u32(0).u32(40), request(3, 1).u32(99)});
   EXPECT_EQ(replies[1].size(), 50u);
-  EXPECT_EQ(replies[2], hex("00 01 00000000 00000000"));
-  EXPECT_EQ(replies[3], hex("00 03 00000000 00000000 00000000000000000000"));
+  EXPECT_EQ(replies[2], hex("00 03 00000000 00000000 00000000000000000000"));
 }
 
 TEST_F(Session, outlookValueOfZeroBecomesOneAtTheLogOn) {

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "emulator/seam/current_device.h"
+#include "emulator/session/agent_module.h"
 #include "emulator/session/session.h"
 #include "emulator/session/session_error.h"
 #include "tests/emulator/calls_monitor_fixture.h"
@@ -184,14 +185,6 @@ TEST(AgentFile, thatIsNoLibraryIsRefused) {
   { std::ofstream(file.path()) << "text"; }
   EXPECT_THAT(complaint(file.path()), HasSubstr(file.path() + ": the agent can't be loaded: "));
   EXPECT_THAT(complaint(file.path()), Not(HasSubstr("\n")));
-}
-
-TEST(AgentFile, forTheDevicesProcessorIsRefused) {
-  const TemporaryFile file;
-  { std::ofstream(file.path()) << "MZ"; }
-  EXPECT_EQ(complaint(file.path()), file.path() +
-                                        ": the agent can't be loaded: it is a library for the device's "
-                                        "processor, which is not emulated");
 }
 
 TEST(AgentFile, withoutTheExportIsRefused) {

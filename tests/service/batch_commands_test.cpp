@@ -194,9 +194,5 @@ TEST_F(BatchCommands, readOfACutRequestReadsTheWholeOids) {
   EXPECT_EQ(answer.slice(0, 7), hex("01 00 01000000 0B"));
 }
 
-TEST_F(BatchCommands, readOfTypesWithoutRecordsCountsThemAll) {
-  EXPECT_EQ(reply(request(16, kInkNote).u32(2).u32(1).u32(2)), hex("01 00 02000000 00"));
-}
-
 }  // namespace
 }  // namespace qorv

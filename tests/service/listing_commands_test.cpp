@@ -62,12 +62,6 @@ INSTANTIATE_TEST_SUITE_P(Calls, FailingListing,
                                          "IFolder.get_Items=0x80004005",
                                          "IPOutlookItemCollection.get_Count=0x80004005"));
 
-TEST_F(ListingCommands, notesHaveNoFolderAndAnswerResultZero) {
-  observeCalls();
-  EXPECT_EQ(reply(request(13, kInkNote)), hex("00 00 00000000 00"));
-  EXPECT_EQ(calls("IPOutlookApp.GetDefaultFolder")[0]["args"], nlohmann::json::parse("[102]"));
-}
-
 TEST_F(ListingCommands, listThatDoesNotFitTheBufferEndsWithResultZero) {
   // (0x36000 - 7) / 4 = 55294 identifiers fit.
   auto& items = device().objectModel.items();
