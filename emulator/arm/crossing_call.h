@@ -23,6 +23,13 @@ inline constexpr bool kTwoWords =
 template <typename Form, std::size_t Place>
 using ArgumentType = std::tuple_element_t<Place, typename Form::Arguments>;
 
+template <typename T>
+inline constexpr bool kCharacter =
+    std::is_same_v<std::remove_cv_t<T>, WCHAR> || std::is_same_v<std::remove_cv_t<T>, char>;
+
+/// A count of characters that leaves it to the text to say where it ends: -1.
+inline constexpr std::size_t kToItsNul = ~std::size_t{0};
+
 /// How many words the arguments before a place take. The platform passes a 64-bit argument in the next two.
 template <typename Form, std::size_t Place>
 constexpr std::size_t wordsBefore() {
@@ -144,6 +151,9 @@ class Arguments {
   ArgumentType<Form, Place> counted(std::uint32_t address) {
     using Pointee = std::remove_pointer_t<ArgumentType<Form, Place>>;
     const std::size_t count = number<kParameter<Place>.number>();
+    if constexpr (std::is_const_v<Pointee> && kCharacter<Pointee>) {
+      if (count == kToItsNul) return crossing_.text<Pointee>(address);
+    }
     if constexpr (std::is_void_v<Pointee> || kSameLayout<Pointee>) {
       return crossing_.direct<Pointee>(address, count);
     } else {

@@ -51,6 +51,12 @@ void AgentTest::atDevice(const std::function<void(emulator::CallMonitor*)>& run)
   run(monitors_.back().get());
 }
 
+void AgentTest::reloadAgent() {
+  const emulator::CurrentDevice current(device());
+  agent_->detach();
+  agent_->attach();
+}
+
 HRESULT AgentTest::invoke(ScriptedStream& stream) {
   stream.setBeforeRead([this] { device().commit(); });
   HRESULT result = E_UNEXPECTED;

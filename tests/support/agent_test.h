@@ -53,6 +53,8 @@ class AgentTest : private AgentHolder, public emulator::test::DeviceTest {
   std::vector<Bytes> session(const std::vector<Bytes>& requests);
   /// The reply to one request in a session of its own.
   Bytes reply(const Bytes& request);
+  /// Unloads the agent, which keeps nothing then, and loads it anew.
+  void reloadAgent();
   /// Runs code of the agent in the device outside a session, with the same faults and the same log. It is
   /// always this program's own code.
   void perform(const std::function<void()>& agentCode);

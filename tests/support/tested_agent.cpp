@@ -8,6 +8,7 @@
 #include "channel/module_state.h"
 #include "emulator/arm/arm_agent.h"
 #include "emulator/system/modules.h"
+#include "ink/ink_state.h"
 #include "mail/messaging_library.h"
 
 extern "C" HRESULT rsCeApiMgr(DWORD, BYTE*, DWORD*, BYTE**, IRAPIStream* stream);
@@ -25,6 +26,7 @@ class OwnObjects final : public TestedAgent {
     qorv::moduleState() = {};
     qorv::hostContext() = {};
     qorv::messagingLibrary() = {};
+    qorv::inkState() = {};
     DllMain(emulator::Modules::agent(), DLL_PROCESS_ATTACH, nullptr);
   }
   HRESULT serve(IRAPIStream* stream) override { return rsCeApiMgr(0, nullptr, nullptr, nullptr, stream); }
@@ -42,18 +44,25 @@ class DeviceLibrary final : public TestedAgent {
       : file_(std::move(file)), options_(options) {}
 
   emulator::PlatformMemory* memory() override { return &space_.heap; }
-  void attach() override { agent_.emplace(space_, file_, emulator::Modules::agent(), options_); }
+  void attach() override {
+    ownCode_.attach();
+    agent_.emplace(space_, file_, emulator::Modules::agent(), options_);
+  }
   HRESULT serve(IRAPIStream* stream) override { return agent_.value().serve(stream); }
   void dropSession() override {}
   void detach() override {
+    ownCode_.detach();
     agent_.reset();
     EXPECT_EQ(space_.heap.ownBlocks(), 0u) << "blocks of the library's own heap";
   }
   bool isTransparent() const override { return false; }
   /// The messaging library, if it was used.
-  bool mayKeepLoaded(std::size_t libraries) const override { return libraries <= 1; }
+  bool mayKeepLoaded(std::size_t libraries) const override {
+    return ownCode_.mayKeepLoaded(libraries) || (libraries > 0 && ownCode_.mayKeepLoaded(libraries - 1));
+  }
 
  private:
+  OwnObjects ownCode_;  ///< what a test runs of the agent's code beside the sessions
   std::filesystem::path file_;
   emulator::arm::ArmOptions options_;
   emulator::arm::GuestSpace space_;
