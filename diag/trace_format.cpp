@@ -33,7 +33,7 @@ bool isDigit(char16_t character) {
 std::u16string digitsOf(std::uint64_t number, unsigned base, bool upper) {
   const std::u16string_view symbols = upper ? u"0123456789ABCDEF" : u"0123456789abcdef";
   std::u16string digits;
-  for (; number != 0; number /= base) digits += symbols[number % base];
+  for (; number != 0; number /= base) digits += symbols[static_cast<std::size_t>(number % base)];
   std::ranges::reverse(digits);
   return digits;
 }

@@ -88,6 +88,7 @@ PeImage ArmAgent::loadImage(GuestSpace& space, const std::filesystem::path& file
 ArmAgent::ArmAgent(GuestSpace& space, const std::filesystem::path& file, HMODULE module,
                    const ArmOptions& options)
     : file_(file),
+      regions_(space.memory),
       base_(options.base),
       module_(module),
       image_(loadImage(space, file, options)),

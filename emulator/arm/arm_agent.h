@@ -41,7 +41,21 @@ class ArmAgent final : public Agent {
   GuestAddress exported(const std::string& name) const;
   std::uint32_t notify(DWORD reason);
 
+  /// What the agent adds to the space goes with it.
+  class AddedRegions {
+   public:
+    explicit AddedRegions(GuestMemory& memory) : memory_(memory), before_(memory.regions().size()) {}
+    AddedRegions(const AddedRegions&) = delete;
+    AddedRegions& operator=(const AddedRegions&) = delete;
+    ~AddedRegions() { memory_.dropAfter(before_); }
+
+   private:
+    GuestMemory& memory_;
+    std::size_t before_;
+  };
+
   std::filesystem::path file_;
+  AddedRegions regions_;
   GuestAddress base_;
   HMODULE module_;
   PeImage image_;

@@ -23,6 +23,13 @@ inline constexpr bool kTwoWords =
 template <typename Form, std::size_t Place>
 using ArgumentType = std::tuple_element_t<Place, typename Form::Arguments>;
 
+template <typename T>
+inline constexpr bool kCharacter =
+    std::is_same_v<std::remove_cv_t<T>, WCHAR> || std::is_same_v<std::remove_cv_t<T>, char>;
+
+/// A count of characters that leaves it to the text to say where it ends: -1.
+inline constexpr std::size_t kToItsNul = ~std::size_t{0};
+
 /// How many words the arguments before a place take. The platform passes a 64-bit argument in the next two.
 template <typename Form, std::size_t Place>
 constexpr std::size_t wordsBefore() {
@@ -52,8 +59,10 @@ class Arguments {
     (std::make_index_sequence<Form::kArity>{});
   }
 
-  /// Hands what the platform left in the host's copies back to the library.
-  void fromPlatform(const typename Form::Arguments& values) {
+  /// Hands what the platform left in the host's copies back to the library. Only a call that succeeded has
+  /// filled a block: after a failed one the library still has its own there, in its own layout.
+  void fromPlatform(const typename Form::Arguments& values, bool succeeded) {
+    hasBlocks_ = succeeded;
     [&]<std::size_t... Places>(std::index_sequence<Places...>) {
       (giveBack<Places>(values), ...);
     }
@@ -144,6 +153,9 @@ class Arguments {
   ArgumentType<Form, Place> counted(std::uint32_t address) {
     using Pointee = std::remove_pointer_t<ArgumentType<Form, Place>>;
     const std::size_t count = number<kParameter<Place>.number>();
+    if constexpr (std::is_const_v<Pointee> && kCharacter<Pointee>) {
+      if (count == kToItsNul) return crossing_.text<Pointee>(address);
+    }
     if constexpr (std::is_void_v<Pointee> || kSameLayout<Pointee>) {
       return crossing_.direct<Pointee>(address, count);
     } else {
@@ -230,7 +242,7 @@ class Arguments {
         crossing_.memory().write(word<Place>(), objectWord<Place>(value, values));
         return;
       }
-      if (value != nullptr) relayBlock<Place>(value);
+      if (hasBlocks_ && value != nullptr) relayBlock<Place>(value);
     }
     store(crossing_, word<Place>(), value);
   }
@@ -261,7 +273,20 @@ class Arguments {
   Crossing& crossing_;
   const ArgumentWords& words_;
   std::size_t firstWord_;
+  bool hasBlocks_ = false;
 };
+
+template <typename Form>
+bool succeeded(const typename Form::Result& result) {
+  if constexpr (Form::kFailure == kReturnsHresult) {
+    return SUCCEEDED(result);
+  } else if constexpr (Form::kFailure.kind == Failure::Kind::Value &&
+                       std::is_integral_v<typename Form::Result>) {
+    return result != static_cast<typename Form::Result>(Form::kFailure.value);
+  } else {
+    return true;
+  }
+}
 
 template <typename R>
 std::uint32_t resultWord(Crossing& crossing, R result) {
@@ -285,11 +310,11 @@ std::uint32_t carry(Border& border, const ArgumentWords& words, std::size_t firs
   const auto values = arguments.toPlatform();
   if constexpr (std::is_void_v<typename Form::Result>) {
     perform(values);
-    arguments.fromPlatform(values);
+    arguments.fromPlatform(values, true);
     return 0;
   } else {
     const auto result = perform(values);
-    arguments.fromPlatform(values);
+    arguments.fromPlatform(values, crossing_detail::succeeded<Form>(result));
     return crossing_detail::resultWord(crossing, result);
   }
 }

@@ -53,8 +53,12 @@ class Region {
 
 class GuestMemory {
  public:
-  /// Start and size are whole pages that no region has yet. The region lives as long as the memory.
+  /// Start and size are whole pages that no region has yet. The region lives until it is dropped, at the
+  /// latest as long as the memory.
   Region& add(std::string name, GuestAddress start, std::size_t size, Access access);
+
+  /// Takes the regions back that were added after the first `count`.
+  void dropAfter(std::size_t count) { regions_.resize(count); }
 
   /// The host's view of that many bytes; throws GuestFault when they are not all the guest's. The alignment
   /// is what the device's processor asks for.

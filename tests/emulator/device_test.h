@@ -13,7 +13,8 @@ namespace emulator::test {
 
 class DeviceTest : public ::testing::Test {
  protected:
-  DeviceTest() {
+  /// `memory`: where the device allocates for an agent, when not in the program's own memory.
+  explicit DeviceTest(PlatformMemory* memory = nullptr) : memory_(memory) {
     NewDevice description;
     description.hostClock = [this] { return hostNow_; };
     Device::create(path_, description);
@@ -37,9 +38,11 @@ class DeviceTest : public ::testing::Test {
 
  private:
   void open() {
-    device_.emplace(path_, DeviceOptions{Clock::Pace::Skipping, [this] { return hostNow_; }, messages_});
+    device_.emplace(path_,
+                    DeviceOptions{Clock::Pace::Skipping, [this] { return hostNow_; }, messages_, memory_});
   }
 
+  PlatformMemory* memory_;
   std::optional<Device> device_;
 };
 

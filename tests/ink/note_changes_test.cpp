@@ -1,5 +1,4 @@
 #include "emulator/seam/current_device.h"
-#include "ink/ink_state.h"
 #include "platform/property_database.h"
 #include "service/property_database.h"
 #include "service/record_reader.h"
@@ -59,11 +58,18 @@ class NoteChanges : public NoteTest {
     const emulator::CurrentDevice current(device());
     return static_cast<bool>(openStoreDatabase(u"\\qvNoteDb", 0));
   }
-  void eraseDatabase() {
+  CEOID databaseOid() {
     const emulator::CurrentDevice current(device());
     CEGUID volume = kSystemVolume;
     CEOID oid = 0;
-    { const UniqueHandle found = openDatabase(volume, oid, u"\\qvNoteDb", 0, 0, nullptr); }
+    const UniqueHandle found = openDatabase(volume, oid, u"\\qvNoteDb", 0, 0, nullptr);
+    EXPECT_TRUE(found);
+    return oid;
+  }
+  void eraseDatabase() {
+    const CEOID oid = databaseOid();
+    const emulator::CurrentDevice current(device());
+    CEGUID volume = kSystemVolume;
     EXPECT_TRUE(CeDeleteDatabaseEx(&volume, oid));
   }
 };
@@ -188,18 +194,18 @@ TEST_F(NoteChanges, aCommitMakesTheDatabaseWithTwoAscendingOrders) {
   EXPECT_EQ(made["rgSortSpecs"][0]["rgdwFlags"][0], 0);
   EXPECT_EQ(made["rgSortSpecs"][1]["rgPropID"][0], 0x00020040);
   EXPECT_EQ(made["rgSortSpecs"][1]["rgdwFlags"][0], 0);
-  const CEOID first = inkState().noteDatabase;
+  const CEOID first = databaseOid();
   commit();
   EXPECT_EQ(calls("CeDeleteDatabaseEx")[0]["args"][1], first);
-  EXPECT_NE(inkState().noteDatabase, first);
+  EXPECT_NE(databaseOid(), first);
 }
 
 TEST_F(NoteChanges, aDatabaseOfAnEarlierModuleIsFoundByItsName) {
   const DWORD oid = placeNote(u"One.pwi", u"1");
   commit();
-  inkState() = {};
+  reloadAgent();
   EXPECT_EQ(changes(), listed({}));
-  inkState() = {};
+  reloadAgent();
   EXPECT_EQ(commit(), hex("01 00"));
   EXPECT_EQ(recorded().size(), 1u);
   EXPECT_EQ(recorded()[0].first, oid);

@@ -1,7 +1,6 @@
 // The same sessions with each platform call of theirs failing, once and for good.
 #include <map>
 
-#include "ink/ink_state.h"
 #include "tests/ink/note_test.h"
 
 namespace qorv {
@@ -34,7 +33,7 @@ class NoteFaults : public NoteTest, public testing::WithParamInterface<const cha
 
   /// One session with a fault. Every request has its reply.
   void run(const std::string& rule) {
-    inkState() = {};
+    reloadAgent();
     const DWORD oid = placeNote(u"Old.pwi", u"old");
     clearFaults();
     fault(rule);
@@ -106,6 +105,7 @@ class NoteClosingFaults : public NoteFaults {
 
 TEST_P(NoteClosingFaults, everyRequestIsAnswered) {
   const std::string name = GetParam();
+  if (!canLookInside() && name == "LocalFree") GTEST_SKIP() << "the library's memory outlives the device";
   const std::size_t count = callsOf(name);
   ASSERT_GT(count, 0u);
   for (std::size_t n = 1; n <= count; ++n) run(name + '#' + std::to_string(n) + "=5*1");

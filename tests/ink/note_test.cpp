@@ -1,13 +1,8 @@
 #include "tests/ink/note_test.h"
 
 #include "emulator/ink/note_file.h"
-#include "ink/ink_state.h"
 
 namespace test {
-
-NoteTest::NoteTest() {
-  qorv::inkState() = {};
-}
 
 DWORD NoteTest::place(const std::u16string& name, const std::vector<BYTE>& contents, DWORD attributes) {
   emulator::FileTree& files = device().fileTree;

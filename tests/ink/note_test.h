@@ -22,8 +22,6 @@ inline Bytes readNote(DWORD oid, std::u16string_view name, std::u16string_view c
 
 class NoteTest : public AgentTest {
  protected:
-  NoteTest();
-
   /// Puts a file into the folder of notes, in place of what is there.
   DWORD place(const std::u16string& name, const std::vector<BYTE>& contents, DWORD attributes = 0);
   DWORD placeNote(const std::u16string& name, std::u16string_view text, DWORD attributes = 0);

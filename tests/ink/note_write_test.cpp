@@ -1,4 +1,3 @@
-#include "ink/ink_state.h"
 #include "tests/ink/note_test.h"
 
 namespace qorv {
@@ -87,7 +86,7 @@ TEST_F(NoteWrite, aNoteWithoutANameIsNumbered) {
 }
 
 TEST_F(NoteWrite, aNameThatIsTakenIsNumbered) {
-  inkState().nameCounter = 3;
+  for (int i = 0; i < 2; ++i) add(noteRecord(u"", u"unnamed"));  // Note1, Note2
   placeNote(u"plan.PWI", u"old");
   const DWORD oid = add(noteRecord(u"Plan", u"new")).dwordAt(2);
   EXPECT_EQ(noteText(u"plan.PWI"), u"old");
@@ -164,7 +163,8 @@ TEST_F(NoteWrite, aChangeWithoutANameKeepsTheFile) {
   EXPECT_EQ(change(oid, record(1).append(textField(2, u"new"))), written(oid, oid));
   EXPECT_EQ(change(oid, noteRecord(u"", u"newer")), written(oid, oid));
   EXPECT_EQ(noteText(u"Plan.pwi"), u"newer");
-  EXPECT_EQ(inkState().nameCounter, 1u);
+  add(noteRecord(u"", u"unnamed"));
+  EXPECT_EQ(noteText(u"Note1.pwi"), u"unnamed") << "the change took no number";
 }
 
 TEST_F(NoteWrite, aChangeOfAnUnknownNoteMakesANewOne) {

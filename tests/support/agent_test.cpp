@@ -2,38 +2,28 @@
 
 #include <fstream>
 
-#include "channel/host_context.h"
-#include "channel/module_state.h"
 #include "emulator/calls/call_monitor.h"
 #include "emulator/seam/current_device.h"
 #include "emulator/seam/libraries.h"
-#include "mail/messaging_library.h"
-
-extern "C" HRESULT rsCeApiMgr(DWORD, BYTE*, DWORD*, BYTE**, IRAPIStream* stream);
-extern "C" BOOL DllMain(HMODULE module, DWORD reason, void* reserved);
 
 namespace test {
 
-AgentTest::AgentTest() {
+AgentTest::AgentTest() : DeviceTest(agent_->memory()) {
   emulator::provideLibraries(device());
-  qorv::moduleState() = {};
-  qorv::hostContext() = {};
-  qorv::messagingLibrary() = {};
-  DllMain(emulator::Modules::agent(), DLL_PROCESS_ATTACH, nullptr);
+  const emulator::CurrentDevice current(device());
+  agent_->attach();
 }
 
-AgentTest::~AgentTest() {
-  // What a failed log-on left behind goes with the device, like everything that the module holds.
-  const emulator::CurrentDevice current(device());
-  qorv::moduleState() = {};
-}
+AgentTest::~AgentTest() = default;
 
 void AgentTest::TearDown() {
   outlook_.reset();
   {
+    // What a failed log-on left behind goes with the agent.
     const emulator::CurrentDevice current(device());
-    qorv::moduleState().session.reset();
+    agent_->detach();
   }
+  monitors_.clear();
   EXPECT_EQ(device().objectModel.liveObjects().total(), 0u);
   // Every mail request leaves two of the store's folders open, on purpose.
   const emulator::LiveObjects& mail = device().messaging.liveObjects();
@@ -42,7 +32,7 @@ void AgentTest::TearDown() {
   EXPECT_EQ(device().objectModel.memory().liveBlocks(), 0u);
   EXPECT_EQ(device().handles.count<emulator::KernelObject>(), 0u);
   // The messaging library stays loaded for the life of the process.
-  EXPECT_EQ(device().modules.loadCount(), qorv::messagingLibrary().module ? 1u : 0u);
+  EXPECT_TRUE(agent_->mayKeepLoaded(device().modules.loadCount())) << device().modules.loadCount();
 }
 
 void AgentTest::atDevice(const std::function<void(emulator::CallMonitor*)>& run) {
@@ -54,10 +44,17 @@ void AgentTest::atDevice(const std::function<void(emulator::CallMonitor*)>& run)
   for (const std::string& rule : faults_) rules.push_back(emulator::parseFaultRule(rule));
   std::optional<emulator::CallLog> log;
   if (observing_) log.emplace(logFile());
-  emulator::CallMonitor monitor(std::move(log), emulator::Faults(std::move(rules)),
-                                [this](DWORD error) { device().lastError.set(error); });
-  const emulator::CurrentDevice current(device(), &monitor);
-  run(&monitor);
+  monitors_.push_back(
+      std::make_unique<emulator::CallMonitor>(std::move(log), emulator::Faults(std::move(rules)),
+                                              [this](DWORD error) { device().lastError.set(error); }));
+  const emulator::CurrentDevice current(device(), monitors_.back().get());
+  run(monitors_.back().get());
+}
+
+void AgentTest::reloadAgent() {
+  const emulator::CurrentDevice current(device());
+  agent_->detach();
+  agent_->attach();
 }
 
 HRESULT AgentTest::invoke(ScriptedStream& stream) {
@@ -65,11 +62,11 @@ HRESULT AgentTest::invoke(ScriptedStream& stream) {
   HRESULT result = E_UNEXPECTED;
   atDevice([&](emulator::CallMonitor* monitor) {
     IRAPIStream* given = monitor ? monitor->tapped<IRAPIStream>(&stream) : &stream;
-    result = rsCeApiMgr(0, nullptr, nullptr, nullptr, given);
+    result = agent_->serve(given);
     if (!monitor) return;
     monitor->taps().end(&stream);
     // A session object that outlives its invocation would hold objects of this monitor.
-    qorv::moduleState().session.reset();
+    agent_->dropSession();
   });
   return result;
 }

@@ -1,8 +1,9 @@
-// The agent in this process against a fresh emulated device, request by request.
+// The agent against a fresh emulated device, request by request.
 #pragma once
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "tests/emulator/device_test.h"
 #include "tests/support/bytes.h"
 #include "tests/support/scripted_stream.h"
+#include "tests/support/tested_agent.h"
 
 namespace emulator {
 class CallMonitor;
@@ -32,8 +34,14 @@ inline Bytes request(unsigned command, unsigned type) {
   return Bytes().u8(command).u8(type);
 }
 
+/// The agent outlives the device, which may allocate in its memory.
+class AgentHolder {
+ protected:
+  const std::unique_ptr<TestedAgent> agent_ = chosenAgent();
+};
+
 /// After every test nothing that the platform handed out is left: objects, texts, blocks, handles.
-class AgentTest : public emulator::test::DeviceTest {
+class AgentTest : private AgentHolder, public emulator::test::DeviceTest {
  protected:
   AgentTest();
   ~AgentTest() override;
@@ -45,8 +53,14 @@ class AgentTest : public emulator::test::DeviceTest {
   std::vector<Bytes> session(const std::vector<Bytes>& requests);
   /// The reply to one request in a session of its own.
   Bytes reply(const Bytes& request);
-  /// Runs code of the agent in the device outside a session, with the same faults and the same log.
+  /// Unloads the agent, which keeps nothing then, and loads it anew.
+  void reloadAgent();
+  /// Runs code of the agent in the device outside a session, with the same faults and the same log. It is
+  /// always this program's own code.
   void perform(const std::function<void()>& agentCode);
+
+  /// Whether the sessions are served by this program's own objects, into which a test can look.
+  [[nodiscard]] bool canLookInside() const { return agent_->isTransparent(); }
 
   /// Makes calls fail from now on; rules as on the command line.
   void fault(const std::string& rule) { faults_.push_back(rule); }
@@ -68,6 +82,8 @@ class AgentTest : public emulator::test::DeviceTest {
   qorv::ComPtr<IPOutlookApp> outlook_;
   std::vector<std::string> faults_;
   bool observing_ = false;
+  /// A session that is kept after a failed log-on holds objects of the monitor that it ran under.
+  std::vector<std::unique_ptr<emulator::CallMonitor>> monitors_;
 };
 
 /// A text of the object model as a value.
