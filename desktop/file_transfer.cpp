@@ -77,8 +77,7 @@ void putFile(Session& session, InputFile& file, const std::u16string& devicePath
   compareFrom(session, file, devicePath, verify == Verify::Whole ? 0 : file.size() - tail);
 }
 
-std::uint64_t getFile(Session& session, const std::u16string& devicePath, OutputFile& file,
-                      const TransferProgress& progress) {
+std::uint64_t readDeviceFile(Session& session, const std::u16string& devicePath, const PieceSink& take) {
   std::uint64_t got = 0;
   for (;;) {
     if (got > kLargestFile) refuse(devicePath, "is larger than the device can say");
@@ -89,10 +88,19 @@ std::uint64_t getFile(Session& session, const std::u16string& devicePath, Output
              spellDeviceError(chunk.error) + (got > 0 ? " after byte " + std::to_string(got) : ""));
     }
     if (chunk.bytes.empty()) return got;
-    file.write(chunk.bytes);
+    take(chunk.bytes);
     got += chunk.bytes.size();
-    progress(got);
   }
+}
+
+std::uint64_t getFile(Session& session, const std::u16string& devicePath, OutputFile& file,
+                      const TransferProgress& progress) {
+  std::uint64_t got = 0;
+  return readDeviceFile(session, devicePath, [&](BytesView piece) {
+    file.write(piece);
+    got += piece.size();
+    progress(got);
+  });
 }
 
 }  // namespace desktop

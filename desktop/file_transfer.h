@@ -21,6 +21,12 @@ enum class Verify { Tail, Whole };
 void putFile(Session& session, InputFile& file, const std::u16string& devicePath, Verify verify,
              const TransferProgress& progress);
 
+/// Takes the pieces of a file, in their order.
+using PieceSink = std::function<void(BytesView piece)>;
+
+/// Reads the device's file and gives its size. Throws DeviceRefusal when the device doesn't give all of it.
+std::uint64_t readDeviceFile(Session& session, const std::u16string& devicePath, const PieceSink& take);
+
 /// Reads the device's file into ours, which the caller commits, and gives its size. Throws DeviceRefusal when
 /// the device doesn't give all of it.
 std::uint64_t getFile(Session& session, const std::u16string& devicePath, OutputFile& file,

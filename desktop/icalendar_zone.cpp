@@ -48,24 +48,6 @@ LocalTime fieldsOf(const icaltimetype& time) {
   return result;
 }
 
-LocalTime fieldsOf(const std::tm& clock) {
-  icaltimetype time = icaltime_null_time();
-  time.year = clock.tm_year + 1900;
-  time.month = clock.tm_mon + 1;
-  time.day = clock.tm_mday;
-  time.hour = clock.tm_hour;
-  time.minute = clock.tm_min;
-  time.second = clock.tm_sec;
-  return fieldsOf(time);
-}
-
-LocalTime clockAt(std::time_t instant) {
-  tzset();  // localtime_r needn't look at TZ itself
-  std::tm clock{};
-  localtime_r(&instant, &clock);
-  return fieldsOf(clock);
-}
-
 std::chrono::sys_seconds asSeconds(const LocalTime& time) {
   return dayOf(time) + std::chrono::hours(time.hour) + std::chrono::minutes(time.minute) +
          std::chrono::seconds(time.second);
@@ -144,18 +126,6 @@ icaltimetype dateOf(const LocalTime& time) {
   result.month = time.month;
   result.day = time.day;
   return result;
-}
-
-std::time_t instantOf(const LocalTime& time) {
-  std::tm clock{};
-  clock.tm_year = time.year - 1900;
-  clock.tm_mon = time.month - 1;
-  clock.tm_mday = time.day;
-  clock.tm_hour = time.hour;
-  clock.tm_min = time.minute;
-  clock.tm_sec = time.second;
-  clock.tm_isdst = -1;
-  return std::mktime(&clock);
 }
 
 bool clockShows(const LocalTime& time) {

@@ -45,9 +45,6 @@ icaltimetype floating(icaltimetype time);
 icaltimetype floatingOf(const LocalTime& time);
 icaltimetype dateOf(const LocalTime& time);
 
-/// When this computer's clock shows the time.
-std::time_t instantOf(const LocalTime& time);
-
 /// False in the hour that this computer's clock skips in spring.
 bool clockShows(const LocalTime& time);
 

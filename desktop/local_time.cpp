@@ -54,6 +54,32 @@ LocalTime addDays(const LocalTime& time, int days) {
   return moved;
 }
 
+std::time_t instantOf(const LocalTime& time) {
+  std::tm clock{};
+  clock.tm_year = time.year - 1900;
+  clock.tm_mon = time.month - 1;
+  clock.tm_mday = time.day;
+  clock.tm_hour = time.hour;
+  clock.tm_min = time.minute;
+  clock.tm_sec = time.second;
+  clock.tm_isdst = -1;
+  return std::mktime(&clock);
+}
+
+LocalTime clockAt(std::time_t instant) {
+  tzset();  // localtime_r needn't look at TZ itself
+  std::tm clock{};
+  localtime_r(&instant, &clock);
+  LocalTime time;
+  time.year = static_cast<std::uint16_t>(clock.tm_year + 1900);
+  time.month = static_cast<std::uint16_t>(clock.tm_mon + 1);
+  time.day = static_cast<std::uint16_t>(clock.tm_mday);
+  time.hour = static_cast<std::uint16_t>(clock.tm_hour);
+  time.minute = static_cast<std::uint16_t>(clock.tm_min);
+  time.second = static_cast<std::uint16_t>(clock.tm_sec);
+  return time;
+}
+
 std::string spellDay(const LocalTime& time) {
   if (isNone(time)) return "none";
   char text[24];

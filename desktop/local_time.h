@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <ctime>
 #include <string>
 
 #include "desktop/appointment.h"
@@ -31,6 +32,12 @@ bool isMidnight(const LocalTime& time);
 
 /// The same time of day, that many days later (or earlier).
 LocalTime addDays(const LocalTime& time, int days);
+
+/// When this computer's clock shows the time.
+std::time_t instantOf(const LocalTime& time);
+
+/// What this computer's clock shows then.
+LocalTime clockAt(std::time_t instant);
 
 /// `2005-03-14`, or `none`
 std::string spellDay(const LocalTime& time);

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <variant>
 
 #include "desktop/appointment.h"
@@ -74,30 +75,44 @@ void readField(WireReader& reader, const RecordField<Value>& field, std::string_
              field.member);
 }
 
-/// Reads the record of the given item, from its header on. A tag that is none of the fields' is handed to
-/// `readOther(reader, tag, value)`, which says whether it is one that such a record can have. Throws
-/// ProtocolError for any other record, and for one that lacks a field.
-template <typename Value, typename Fields, typename ReadOther>
-Value readRecord(WireReader& reader, std::string_view singular, std::uint32_t oid, const Fields& fields,
-                 ReadOther readOther) {
+/// A value, and which fields it was read from, by their places.
+template <typename Value, std::size_t size>
+struct SparseValue {
   Value value;
-  value.oid = oid;
-  std::bitset<std::tuple_size_v<Fields>> seen;  // by the fields' places
+  std::bitset<size> seen;
+};
+
+/// Reads the record of the given item, from its header on, whatever fields it has. A tag that is none of the
+/// fields' is handed to `readOther(reader, tag, value)`, which says whether it is one that such a record can
+/// have. Throws ProtocolError for any other record.
+template <typename Value, typename Fields, typename ReadOther>
+auto readSparseRecord(WireReader& reader, std::string_view singular, std::uint32_t oid, const Fields& fields,
+                      ReadOther readOther) {
+  SparseValue<Value, std::tuple_size_v<Fields>> read;
+  read.value.oid = oid;
   for (int left = readRecordHeader(reader, singular, oid); left > 0; --left) {
     const std::uint32_t tag = reader.number();
     std::size_t place = 0;
     while (place < fields.size() && fields[place].tag != tag) ++place;
     if (place < fields.size()) {
-      seen.set(place);
-      readField(reader, fields[place], singular, value);
-    } else if (!readOther(reader, tag, value)) {
+      read.seen.set(place);
+      readField(reader, fields[place], singular, read.value);
+    } else if (!readOther(reader, tag, read.value)) {
       refuseField(singular, oid, tag);
     }
   }
+  return read;
+}
+
+/// The same for records that have all fields; throws ProtocolError also for one that lacks a field.
+template <typename Value, typename Fields, typename ReadOther>
+Value readRecord(WireReader& reader, std::string_view singular, std::uint32_t oid, const Fields& fields,
+                 ReadOther readOther) {
+  auto read = readSparseRecord<Value>(reader, singular, oid, fields, readOther);
   for (std::size_t place = 0; place < fields.size(); ++place) {
-    if (!seen[place]) refuseLack(singular, oid, fields[place].name);
+    if (!read.seen[place]) refuseLack(singular, oid, fields[place].name);
   }
-  return value;
+  return std::move(read.value);
 }
 
 }  // namespace desktop

@@ -9,7 +9,6 @@ target_include_directories(qorv_ebook_contacts SYSTEM INTERFACE ${QORV_EBOOK_CON
 set(QORV_VCARD_SOURCES
   vcard_address.cpp
   vcard_cards.cpp
-  vcard_charset.cpp
   vcard_date.cpp
   vcard_days.cpp
   vcard_draft.cpp

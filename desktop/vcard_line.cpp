@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "desktop/charset.h"
 #include "desktop/input_error.h"
 #include "desktop/text.h"
-#include "desktop/vcard_charset.h"
 #include "desktop/vcard_property.h"
 
 namespace desktop {

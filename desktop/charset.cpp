@@ -1,4 +1,4 @@
-#include "desktop/vcard_charset.h"
+#include "desktop/charset.h"
 
 #include <array>
 #include <cerrno>

@@ -1,4 +1,4 @@
-// Texts in the character sets that old cards are written in.
+// Texts in the character sets that old cards and mails are written in.
 #pragma once
 
 #include <string>
