@@ -19,7 +19,7 @@ struct ErrorName {
 
 constexpr std::array kErrorNames{
     ErrorName{kFileNotFound, "no such file"},
-    ErrorName{3, "no such folder"},
+    ErrorName{kFolderNotFound, "no such folder"},
     ErrorName{5, "access denied"},
     ErrorName{19, "write-protected"},
     ErrorName{32, "in use by another program"},

@@ -15,6 +15,7 @@ constexpr std::uint32_t kMaxFileChunk = static_cast<std::uint32_t>(kReplyBufferS
 /// The device's error numbers that the desktop acts on.
 constexpr std::uint32_t kNoError = 0;
 constexpr std::uint32_t kFileNotFound = 2;
+constexpr std::uint32_t kFolderNotFound = 3;
 
 struct AppendAnswer {
   bool done = false;

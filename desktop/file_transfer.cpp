@@ -29,6 +29,14 @@ void expectRoomFor(Session& session, const std::u16string& path) {
   if (!first.opened && first.error != kFileNotFound) refuse(path, spellDeviceError(first.error));
 }
 
+void sendPiece(Session& session, const std::u16string& path, BytesView piece, std::uint64_t sent,
+               std::uint64_t size) {
+  const AppendAnswer answer = appendFile(session, path, piece);
+  if (answer.done) return;
+  refuse(path, spellDeviceError(answer.error) + " after " + std::to_string(sent) + " of " + std::to_string(size) +
+                   " bytes");
+}
+
 Bytes readPiece(InputFile& file, std::uint64_t offset) {
   Bytes piece(std::min<std::uint64_t>(kPutChunk, file.size() - offset));
   file.readAt(offset, piece);
@@ -40,11 +48,7 @@ void sendAll(Session& session, InputFile& file, const std::u16string& path,
   std::uint64_t sent = 0;
   do {  // an empty file is one empty piece
     const Bytes piece = readPiece(file, sent);
-    const AppendAnswer answer = appendFile(session, path, piece);
-    if (!answer.done) {
-      refuse(path, spellDeviceError(answer.error) + " after " + std::to_string(sent) + " of " +
-                       std::to_string(file.size()) + " bytes");
-    }
+    sendPiece(session, path, piece, sent, file.size());
     sent += piece.size();
     progress(sent);
   } while (sent < file.size());
@@ -75,6 +79,15 @@ void putFile(Session& session, InputFile& file, const std::u16string& devicePath
   sendAll(session, file, devicePath, progress);
   const std::uint64_t tail = std::min<std::uint64_t>(kPutChunk, file.size());
   compareFrom(session, file, devicePath, verify == Verify::Whole ? 0 : file.size() - tail);
+}
+
+void appendToDeviceFile(Session& session, const std::u16string& devicePath, BytesView bytes) {
+  std::size_t sent = 0;
+  do {  // no bytes are one empty piece
+    const BytesView piece = bytes.subspan(sent, std::min<std::size_t>(kPutChunk, bytes.size() - sent));
+    sendPiece(session, devicePath, piece, sent, bytes.size());
+    sent += piece.size();
+  } while (sent < bytes.size());
 }
 
 std::uint64_t readDeviceFile(Session& session, const std::u16string& devicePath, const PieceSink& take) {

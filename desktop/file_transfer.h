@@ -21,6 +21,10 @@ enum class Verify { Tail, Whole };
 void putFile(Session& session, InputFile& file, const std::u16string& devicePath, Verify verify,
              const TransferProgress& progress);
 
+/// Appends the bytes to the device's file, which is made when there is none. Throws DeviceRefusal when the device
+/// doesn't take all of them.
+void appendToDeviceFile(Session& session, const std::u16string& devicePath, BytesView bytes);
+
 /// Takes the pieces of a file, in their order.
 using PieceSink = std::function<void(BytesView piece)>;
 

@@ -38,6 +38,9 @@ class Session {
   /// DeviceRefusal when the other side says in its end that it failed.
   void end();
 
+  /// Whether another request makes sense: the session has not ended, and all replies came whole.
+  bool canAsk() const { return inStep_; }
+
  private:
   Bytes readReply();
   std::size_t readUpTo(std::span<std::uint8_t> room);

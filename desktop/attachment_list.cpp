@@ -1,0 +1,76 @@
+#include "desktop/attachment_list.h"
+
+#include <algorithm>
+
+namespace desktop {
+
+namespace {
+
+// How the agent has its temporary files named.
+constexpr std::u16string_view kPrefix = u"QRV";
+constexpr std::u16string_view kExtension = u".TMP";
+
+char16_t upperCase(char16_t letter) {
+  return letter >= u'a' && letter <= u'z' ? static_cast<char16_t>(letter - u'a' + u'A') : letter;
+}
+
+bool equalsInAnyCase(std::u16string_view left, std::u16string_view upper) {
+  return std::equal(left.begin(), left.end(), upper.begin(), upper.end(),
+                    [](char16_t a, char16_t b) { return upperCase(a) == b; });
+}
+
+std::u16string_view folderOf(std::u16string_view path) {
+  return path.substr(0, path.rfind(u'\\') + 1);
+}
+
+bool isTemporaryFile(std::u16string_view path) {
+  const std::u16string_view name = path.substr(folderOf(path).size());
+  return name.size() > kPrefix.size() + kExtension.size() &&
+         equalsInAnyCase(name.substr(0, kPrefix.size()), kPrefix) &&
+         equalsInAnyCase(name.substr(name.size() - kExtension.size()), kExtension);
+}
+
+std::u16string_view takeLine(std::u16string_view& rest) {
+  const std::u16string_view line = rest.substr(0, rest.find(u'\n'));
+  rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+  return line;
+}
+
+std::u16string number(std::size_t value) {
+  const std::string digits = std::to_string(value);
+  return {digits.begin(), digits.end()};
+}
+
+}  // namespace
+
+std::vector<AttachedFile> readAttachmentList(std::u16string_view list) {
+  const std::u16string_view folder = folderOf(list.substr(0, list.find(u'\n')));
+  std::vector<AttachedFile> files;
+  bool isNamed = true;
+  while (!list.empty()) {
+    const std::u16string_view line = takeLine(list);
+    if (isNamed && isTemporaryFile(line) && folderOf(line) == folder) {
+      files.push_back({{}, {}, std::u16string(line)});
+      isNamed = false;
+    } else if (files.empty()) {
+      break;
+    } else {
+      std::u16string& name = files.back().name;
+      if (isNamed) name += u'\n';
+      name += line;
+      isNamed = true;
+    }
+  }
+  if (files.empty()) files.emplace_back();
+  return files;
+}
+
+std::u16string writeAttachmentList(const std::vector<AttachedFile>& files) {
+  std::u16string list = number(files.size()) + u" ";
+  for (const AttachedFile& file : files) {
+    list += number(file.path.size()) + u" " + file.path + number(file.name.size()) + u" " + file.name;
+  }
+  return list;
+}
+
+}  // namespace desktop
