@@ -84,6 +84,7 @@ const ItemKind kAppointmentKind{
     .type = ItemType::Appointment,
     .name = "appointments",
     .singular = "appointment",
+    .plural = "appointments",
     .folder = "calendar",
     .format = kCalendarFormat,
     .columns = kColumns,

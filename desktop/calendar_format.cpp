@@ -24,6 +24,7 @@ FileItems readCalendarItems(std::string_view text, const std::string& fileName) 
 
 }  // namespace
 
-const FileFormat kCalendarFormat{"icalendar", ".ics", "BEGIN:VCALENDAR", nullptr, readCalendarItems};
+const FileFormat kCalendarFormat{
+    .name = "icalendar", .extension = ".ics", .beginning = "BEGIN:VCALENDAR", .read = readCalendarItems};
 
 }  // namespace desktop

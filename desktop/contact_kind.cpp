@@ -75,6 +75,7 @@ const ItemKind kContactKind{
     .type = ItemType::Contact,
     .name = "contacts",
     .singular = "contact",
+    .plural = "contacts",
     .folder = "contacts",
     .format = kVcardFormat,
     .columns = kColumns,

@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat, &kNoteFormat};
+constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat, &kMailFormat,
+                              &kMboxFormat,     &kMaildirFormat, &kNoteFormat};
 
 char lowerCase(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -26,6 +27,12 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
   return lowerCase(std::string(text.substr(0, beginning.size()))) == lowerCase(std::string(beginning));
 }
 
+const FileFormat* formatByPlace(const std::filesystem::path& path) {
+  const auto* const found = std::ranges::find_if(
+      kFormats, [&](const FileFormat* format) { return format->isPlaced != nullptr && format->isPlaced(path); });
+  return found == kFormats.end() ? nullptr : *found;
+}
+
 }  // namespace
 
 std::span<const FileFormat* const> fileFormats() {
@@ -33,16 +40,17 @@ std::span<const FileFormat* const> fileFormats() {
 }
 
 const FileFormat* formatByName(const std::filesystem::path& path) {
+  if (const FileFormat* placed = formatByPlace(path)) return placed;
   const std::string extension = lowerCase(path.extension().string());
   for (const FileFormat* format : kFormats) {
-    if (extension == format->extension) return format;
+    if (format->extension != nullptr && extension == format->extension) return format;
   }
   return nullptr;
 }
 
 const FileFormat& formatOf(const std::filesystem::path& path, std::string_view text) {
   const FileFormat* named = formatByName(path);
-  if (named != nullptr && named->beginning != nullptr) return *named;
+  if (named != nullptr && (named->beginning != nullptr || named->isPlaced != nullptr)) return *named;
   for (const FileFormat* format : kFormats) {
     if (format->beginning != nullptr && beginsWith(text, format->beginning)) return *format;
   }

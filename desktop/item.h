@@ -5,11 +5,12 @@
 
 #include "desktop/appointment.h"
 #include "desktop/contact.h"
+#include "desktop/message.h"
 #include "desktop/note.h"
 #include "desktop/task.h"
 
 namespace desktop {
 
-using Item = std::variant<Appointment, Task, Contact, Note>;
+using Item = std::variant<Appointment, Task, Contact, Message, Note>;
 
 }  // namespace desktop

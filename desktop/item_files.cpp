@@ -21,6 +21,7 @@ constexpr std::string_view kTextParameter = ";VALUE=text";
 std::string spellExtensions() {
   std::string text;
   for (const FileFormat* format : fileFormats()) {
+    if (format->extension == nullptr) continue;
     const std::string place = format->folder == nullptr ? "" : std::string(format->folder) + "/*";
     text += (text.empty() ? "" : " or ") + place + format->extension;
   }

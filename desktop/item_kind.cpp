@@ -8,7 +8,7 @@ namespace desktop {
 
 namespace {
 
-constexpr std::array kKinds{&kAppointmentKind, &kTaskKind, &kContactKind, &kNoteKind};
+constexpr std::array kKinds{&kAppointmentKind, &kTaskKind, &kContactKind, &kMailKind, &kNoteKind};
 
 }  // namespace
 
@@ -16,17 +16,11 @@ std::span<const ItemKind* const> itemKinds() {
   return kKinds;
 }
 
-const ItemKind* kindOf(ItemType type) {
-  for (const ItemKind* kind : kKinds) {
-    if (kind->type == type) return kind;
-  }
-  return nullptr;
-}
-
 const ItemKind& kindOf(const Item& item) {
   return std::visit(Overloaded{
                         [](const Appointment&) -> const ItemKind& { return kAppointmentKind; },
                         [](const Contact&) -> const ItemKind& { return kContactKind; },
+                        [](const Message&) -> const ItemKind& { return kMailKind; },
                         [](const Task&) -> const ItemKind& { return kTaskKind; },
                         [](const Note&) -> const ItemKind& { return kNoteKind; },
                     },

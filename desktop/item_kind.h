@@ -9,10 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "desktop/attached_file.h"
 #include "desktop/difference.h"
 #include "desktop/file_format.h"
 #include "desktop/file_style.h"
 #include "desktop/item.h"
+#include "desktop/pulled_files.h"
 #include "desktop/record_layout.h"
 #include "desktop/wire.h"
 
@@ -24,15 +26,25 @@ enum class ItemIdentity : std::uint8_t {
   ByTitle,  ///< the file is named like the item, and no two items have one name
 };
 
+/// The files that accompany the items of a kind. The device leaves those of an item that is read in its
+/// temporary folder, and takes those of an item that is added from there.
+struct AccompanyingFiles {
+  std::vector<AttachedFile>& (*of)(Item& item);
+  /// Those that are named in the beginning of a record.
+  std::vector<AttachedFile> (*inPart)(WireReader record);
+};
+
 struct ItemKind {
   ItemType type;
-  const char* name;      ///< "appointments", as a person calls them
-  const char* singular;  ///< "appointment", in messages and in UIDs
+  const char* name;      ///< "mail", as a person calls them
+  const char* singular;  ///< "message", in messages and in UIDs
+  const char* plural;    ///< "messages", as they are counted
   const char* folder;    ///< "calendar", where their files are kept
   const FileFormat& format;
   std::span<const char* const> columns;  ///< of a list, which is sorted by the first one
   std::span<const FieldLayout> layouts;  ///< of the fields of their records
   ItemIdentity identity = ItemIdentity::ByUid;
+  const AccompanyingFiles* files = nullptr;  ///< null for kinds whose items have none
 
   /// Reads the record of the given item. Throws ProtocolError for any other bytes.
   Item (*read)(WireReader& record, std::uint32_t oid);
@@ -51,18 +63,19 @@ struct ItemKind {
   /// One for each column.
   std::vector<std::string> (*cells)(const Item& item);
   nlohmann::json (*toJson)(const Item& item);
+  /// Where the files of pulled items go. Throws InputError when they can't.
+  std::unique_ptr<PulledFiles> (*openFiles)(const ItemKind& kind, std::u16string_view deviceIdentity,
+                                            const std::filesystem::path& folder) = openFilesByUid;
 };
 
 extern const ItemKind kAppointmentKind;
 extern const ItemKind kTaskKind;
 extern const ItemKind kContactKind;
+extern const ItemKind kMailKind;
 extern const ItemKind kNoteKind;
 
-/// The kinds that this version carries, in the order in which they are sent and written.
+/// In the order in which they are sent and written.
 std::span<const ItemKind* const> itemKinds();
-
-/// Null for a type that this version doesn't carry.
-const ItemKind* kindOf(ItemType type);
 
 const ItemKind& kindOf(const Item& item);
 

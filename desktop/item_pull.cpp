@@ -2,6 +2,7 @@
 
 #include "desktop/device_error.h"
 #include "desktop/input_error.h"
+#include "desktop/item_reader.h"
 #include "desktop/item_uid.h"
 #include "desktop/kind_reader.h"
 #include "desktop/local_file.h"
@@ -17,11 +18,12 @@ class Puller {
       : kind_(kind),
         identity_(identity),
         style_(target.style),
-        files_(makePulledFiles(kind, identity, target.folder)) {}
+        files_(kind.openFiles(kind, identity, target.folder)) {}
 
-  PullOutcome write(const Item& item, std::uint32_t oid) {
+  PullOutcome write(const Item& item, std::uint32_t oid, const std::vector<std::string>& notes) {
     PullOutcome outcome;
     outcome.oid = oid;
+    outcome.notes = notes;
     outcome.file = files_->fileOf(item, oid);
     const std::string uid = itemUid(kind_, identity_, oid);
     try {
@@ -60,10 +62,10 @@ class Puller {
   std::unique_ptr<PulledFiles> files_;
 };
 
-PullOutcome failed(std::uint32_t oid, ReadFailure why) {
+PullOutcome failed(std::uint32_t oid, const std::string& why) {
   PullOutcome outcome;
   outcome.oid = oid;
-  outcome.failure = spell(why);
+  outcome.failure = why;
   return outcome;
 }
 
@@ -74,10 +76,12 @@ void pullItems(Session& session, const ItemKind& kind, const std::u16string& dev
   Puller puller(kind, deviceIdentity, target);
   const std::vector<std::uint32_t> oids = listItems(session, kind.type);
   const KindSink sink{
-      [&](const Item& item, std::uint32_t oid) { report(puller.write(item, oid), oids.size()); },
-      [&](std::uint32_t oid, ReadFailure why) { report(failed(oid, why), oids.size()); },
+      [&](const Item& item, std::uint32_t oid, const std::vector<std::string>& notes) {
+        report(puller.write(item, oid, notes), oids.size());
+      },
+      [&](std::uint32_t oid, const std::string& why) { report(failed(oid, why), oids.size()); },
   };
-  readItems(session, kind, oids, sink);
+  readItems(session, kind, oids, FilesWanted::Yes, sink);
   puller.finish();
 }
 

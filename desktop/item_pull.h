@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "desktop/item_kind.h"
 #include "desktop/session.h"
@@ -16,6 +17,7 @@ struct PullOutcome {
   std::filesystem::path file;  ///< empty when the item could not be read
   bool written = false;        ///< false also when the file held the same already
   std::string failure;         ///< empty when all went well
+  std::vector<std::string> notes;  ///< what the item lacks, one sentence each
 };
 
 /// Where the files go, and in which of their formats' forms.

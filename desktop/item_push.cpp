@@ -6,9 +6,11 @@
 
 #include "desktop/device_error.h"
 #include "desktop/device_info.h"
+#include "desktop/item_reader.h"
 #include "desktop/item_uid.h"
 #include "desktop/item_writer.h"
 #include "desktop/kind_reader.h"
+#include "desktop/temporary_files.h"
 
 namespace desktop {
 
@@ -45,10 +47,10 @@ class KnownItems {
  private:
   void readTitles(Session& session, std::span<const std::uint32_t> oids) {
     const KindSink sink{
-        [this](const Item& item, std::uint32_t oid) { titles_.emplace(kind_.title(item), oid); },
-        [](std::uint32_t, ReadFailure) {},
+        [this](const Item& item, std::uint32_t oid, const auto&) { titles_.emplace(kind_.title(item), oid); },
+        [](std::uint32_t, const std::string&) {},
     };
-    readItems(session, kind_, oids, sink);
+    readItems(session, kind_, oids, FilesWanted::No, sink);
   }
 
   std::uint32_t findUid(std::string_view uid) const {
@@ -66,15 +68,18 @@ class KnownItems {
 class Pusher {
  public:
   Pusher(Session& session, const ItemKind& kind, const std::u16string& identity)
-      : session_(session), kind_(kind), known_(session, kind, identity) {}
+      : session_(session), kind_(kind), known_(session, kind, identity), files_(session) {}
 
   void push(std::span<const FileItem* const> items, const PushReport& report) {
+    const std::size_t most = kind_.files == nullptr ? kPushBatch : kBatchWithFiles;
     while (!items.empty()) {
-      const auto next = items.first(std::min(kPushBatch, items.size()));
+      const auto next = items.first(std::min(most, items.size()));
       PendingBatch batch;
       for (const FileItem* item : next) batch.push_back(prepare(*item));
+      putFiles(batch);
       send(batch);
       readBack(batch);
+      removeFiles(batch);
       for (const Pending& pending : batch) report(*pending.item, pending.outcome);
       items = items.subspan(next.size());
     }
@@ -88,6 +93,32 @@ class Pusher {
     pending.outcome.oid = known_.find(item.uid, pending.sent);
     pending.outcome.changed = pending.outcome.oid != 0;
     return pending;
+  }
+
+  /// Only what is added takes files along.
+  void putFiles(PendingBatch& batch) {
+    if (kind_.files == nullptr) return;
+    for (Pending& pending : batch) {
+      if (pending.outcome.changed) continue;
+      try {
+        for (AttachedFile& file : kind_.files->of(pending.sent)) file.path = files_.put(file.data);
+      } catch (const DeviceRefusal& refusal) {
+        pending.outcome.failure = refusal.what();
+      }
+    }
+  }
+
+  /// The device has consumed the files of items that it holds as they were sent.
+  void removeFiles(PendingBatch& batch) {
+    const auto failed = std::ranges::find_if(batch, [](const Pending& pending) {
+      return !pending.outcome.failure.empty() || !pending.outcome.differences.empty();
+    });
+    if (failed == batch.end()) return files_.release();
+    try {
+      files_.remove();
+    } catch (const DeviceRefusal& refusal) {
+      failed->outcome.notes.emplace_back(refusal.what());
+    }
   }
 
   /// Round by round, as an item that is added has its OID only after its first record.
@@ -137,21 +168,23 @@ class Pusher {
       for (auto entry = first; entry != last; ++entry) act(*entry->second);
     };
     const KindSink sink{
-        [&](const Item& held, std::uint32_t oid) {
-          forEach(oid,
-                  [&](Pending& pending) { pending.outcome.differences = kind_.compare(pending.sent, held); });
+        [&](const Item& held, std::uint32_t oid, const std::vector<std::string>& notes) {
+          forEach(oid, [&](Pending& pending) {
+            pending.outcome.differences = kind_.compare(pending.sent, held);
+            pending.outcome.notes.insert(pending.outcome.notes.end(), notes.begin(), notes.end());
+          });
         },
-        [&](std::uint32_t oid, ReadFailure why) {
-          forEach(oid,
-                  [&](Pending& pending) { pending.outcome.failure = "can't be read back: " + spell(why); });
+        [&](std::uint32_t oid, const std::string& why) {
+          forEach(oid, [&](Pending& pending) { pending.outcome.failure = "can't be read back: " + why; });
         },
     };
-    readItems(session_, kind_, oids, sink);
+    readItems(session_, kind_, oids, FilesWanted::Yes, sink);
   }
 
   Session& session_;
   const ItemKind& kind_;
   KnownItems known_;
+  TemporaryFiles files_;
 };
 
 std::vector<const FileItem*> ofKind(std::span<const FileItem> items, const ItemKind& kind) {

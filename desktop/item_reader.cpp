@@ -38,14 +38,17 @@ std::size_t readBatch(Session& session, ItemType type, std::span<const std::uint
     throw ProtocolError("a reply lists " + std::to_string(header.count) + " items; " +
                         std::to_string(oids.size()) + " were asked for");
   }
+  const bool isShort = header.done && header.count < oids.size();
   if (!header.done || header.count == 0) {
+    if (isShort && sink.part) sink.part(reader);
     if (oids.size() > 1) return 0;
     sink.failure(oids.front(), whyNothing(reply, header));
     return 1;
   }
   for (const std::uint32_t oid : oids.first(header.count)) sink.record(reader, oid);
   // A list that stopped early ends with what it had of the next record.
-  if (header.count == oids.size()) reader.expectEnd();
+  if (!isShort) reader.expectEnd();
+  if (isShort && sink.part) sink.part(reader);
   return header.count;
 }
 

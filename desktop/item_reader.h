@@ -32,6 +32,9 @@ struct ItemSink {
   /// Reads exactly one record, from its header on; the record must be that of the given item.
   std::function<void(WireReader& record, std::uint32_t oid)> record;
   std::function<void(std::uint32_t oid, ReadFailure why)> failure;
+  /// What the device had of a record that it couldn't send whole. The item is asked for again, unless it is too
+  /// large for that. Need not be there.
+  std::function<void(WireReader record)> part = {};
 };
 
 /// Reads items in batches, as many at a time as the device can answer.

@@ -12,14 +12,14 @@ set(QORV_MAIL_SOURCES
   attachment_list.cpp
   html_text.cpp
   mail_body.cpp
+  mail_folder.cpp
   mail_format.cpp
   mail_kind.cpp
-  mail_marks.cpp
   mail_read.cpp
   mail_recipients.cpp
   mail_write.cpp
-  maildir.cpp
-  maildir_shelf.cpp
+  maildir_files.cpp
+  maildir_name.cpp
   mbox.cpp
   message_record.cpp
   mime_addresses.cpp

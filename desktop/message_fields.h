@@ -1,11 +1,13 @@
 // The fields of a mail's record.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <span>
 
 #include "desktop/message.h"
 #include "desktop/record_field.h"
+#include "desktop/record_layout.h"
 
 namespace desktop {
 
@@ -37,6 +39,15 @@ inline constexpr std::size_t kTakenMessageFields = 7;
 /// What the device takes.
 constexpr std::span<const MessageField> takenMessageFields() {
   return std::span(kMessageFields).first(kTakenMessageFields);
+}
+
+/// With those that no member alone has.
+constexpr auto messageLayouts() {
+  std::array<FieldLayout, kMessageFields.size() + 2> layouts{};
+  std::ranges::transform(kMessageFields, layouts.begin(), layoutOf<Message>);
+  layouts[kMessageFields.size()] = {kAttachmentsTag, "attachments", FieldEncoding::Text};
+  layouts[kMessageFields.size() + 1] = {kMessageFlagsTag, "folder and flags", FieldEncoding::Number};
+  return layouts;
 }
 
 }  // namespace desktop

@@ -81,6 +81,7 @@ const ItemKind kNoteKind{
     .type = ItemType::Note,
     .name = "notes",
     .singular = "note",
+    .plural = "notes",
     .folder = "notes",
     .format = kNoteFormat,
     .columns = kColumns,
@@ -95,6 +96,7 @@ const ItemKind kNoteKind{
     .title = title,
     .cells = cells,
     .toJson = toJson,
+    .openFiles = openFilesByTitle,
 };
 
 }  // namespace desktop

@@ -5,6 +5,7 @@
 
 #include "desktop/input_error.h"
 #include "desktop/item_files.h"
+#include "desktop/item_kind.h"
 #include "desktop/local_file.h"
 #include "desktop/text.h"
 
@@ -92,12 +93,13 @@ class FilesByTitle final : public PulledFiles {
 
 }  // namespace
 
-std::unique_ptr<PulledFiles> makePulledFiles(const ItemKind& kind, std::u16string_view deviceIdentity,
-                                             const fs::path& folder) {
-  if (kind.identity == ItemIdentity::ByTitle) {
-    return std::make_unique<FilesByTitle>(kind, deviceIdentity, folder);
-  }
+std::unique_ptr<PulledFiles> openFilesByUid(const ItemKind& kind, std::u16string_view, const fs::path& folder) {
   return std::make_unique<FilesByUid>(kind, folder);
+}
+
+std::unique_ptr<PulledFiles> openFilesByTitle(const ItemKind& kind, std::u16string_view deviceIdentity,
+                                              const fs::path& folder) {
+  return std::make_unique<FilesByTitle>(kind, deviceIdentity, folder);
 }
 
 }  // namespace desktop

@@ -6,9 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "desktop/item_kind.h"
+#include "desktop/item.h"
 
 namespace desktop {
+
+struct ItemKind;
 
 class PulledFiles {
  public:
@@ -28,10 +30,13 @@ class PulledFiles {
   virtual void finish() {}
 };
 
-/// As the kind's items are known: by their UIDs, in files named after their OIDs; or by their titles, which
-/// name the files, and then the folder's hidden file `.qorv-sync.json` has, for each device, the names of
+/// Named after their OIDs; the UID in them tells whose they are.
+std::unique_ptr<PulledFiles> openFilesByUid(const ItemKind& kind, std::u16string_view deviceIdentity,
+                                            const std::filesystem::path& folder);
+
+/// Named after the items' titles. The folder's hidden file `.qorv-sync.json` has, for each device, the names of
 /// those that were written for it. Throws InputError when that file is nothing of the sort.
-std::unique_ptr<PulledFiles> makePulledFiles(const ItemKind& kind, std::u16string_view deviceIdentity,
-                                             const std::filesystem::path& folder);
+std::unique_ptr<PulledFiles> openFilesByTitle(const ItemKind& kind, std::u16string_view deviceIdentity,
+                                              const std::filesystem::path& folder);
 
 }  // namespace desktop

@@ -5,6 +5,7 @@
 #include "desktop/local_time.h"
 #include "desktop/recurrence_block.h"
 #include "desktop/recurrence_fields.h"
+#include "desktop/temporary_files.h"
 #include "desktop/text.h"
 
 namespace desktop {
@@ -85,7 +86,7 @@ class RecordTaker {
   std::string takeValue(FieldEncoding encoding) {
     switch (encoding) {
       case FieldEncoding::Text:
-        return quoted(reader_.text());
+        return desktop::quoted(reader_.text());
       case FieldEncoding::Time:
         return spellWireTime(reader_.time());
       case FieldEncoding::Number:
@@ -102,19 +103,30 @@ class RecordTaker {
   RawParts result_;
 };
 
+/// What the device answers instead of a record: result 0, status 3; or, of a type that it doesn't look up first, a
+/// header without result, number and fields.
+bool isRefusal(BytesView answer) {
+  constexpr std::size_t kRefusalSize = 2;
+  constexpr std::size_t kHeaderSize = 7;
+  return answer.size() == kRefusalSize || (answer.size() == kHeaderSize && answer.front() == 0);
+}
+
 }  // namespace
 
 RawParts takeApart(BytesView record, std::span<const FieldLayout> layouts) {
   return RecordTaker(record, layouts).take();
 }
 
-Bytes readRawRecord(Session& session, ItemType type, std::uint32_t oid) {
-  // What the device answers instead of a record: result 0, status 3.
-  constexpr std::size_t kRefusalSize = 2;
+Bytes readRawRecord(Session& session, const ItemKind& kind, std::uint32_t oid) {
   WireWriter arguments;
   arguments.number(oid);
-  Bytes record = session.request(Command::ReadItem, type, arguments.take());
-  if (record.size() == kRefusalSize) throw DeviceRefusal("the device has no such item");
+  Bytes record = session.request(Command::ReadItem, kind.type, arguments.take());
+  if (isRefusal(record)) throw DeviceRefusal("the device has no such item");
+  if (kind.files != nullptr) {
+    TemporaryFiles left(session);
+    left.own(kind.files->inPart(WireReader(record)));
+    left.remove();
+  }
   return record;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "desktop/item_kind.h"
 #include "desktop/record_layout.h"
 #include "desktop/session.h"
 
@@ -27,7 +28,8 @@ struct RawParts {
 /// Takes a record apart, from its header on. Without layouts only the header is known.
 RawParts takeApart(BytesView record, std::span<const FieldLayout> layouts);
 
-/// The record of one item as the device sends it. Throws DeviceRefusal when the device has no such item.
-Bytes readRawRecord(Session& session, ItemType type, std::uint32_t oid);
+/// The record of one item as the device sends it; the device is rid of the files that accompany it. Throws
+/// DeviceRefusal when the device has no such item.
+Bytes readRawRecord(Session& session, const ItemKind& kind, std::uint32_t oid);
 
 }  // namespace desktop

@@ -74,6 +74,7 @@ const ItemKind kTaskKind{
     .type = ItemType::Task,
     .name = "tasks",
     .singular = "task",
+    .plural = "tasks",
     .folder = "tasks",
     .format = kCalendarFormat,
     .columns = kColumns,

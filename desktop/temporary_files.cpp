@@ -41,6 +41,12 @@ TemporaryFiles::~TemporaryFiles() {
   }
 }
 
+void TemporaryFiles::own(std::span<const AttachedFile> files) {
+  for (const AttachedFile& file : files) {
+    if (!file.path.empty()) paths_.push_back(file.path);
+  }
+}
+
 std::u16string TemporaryFiles::freePath() {
   for (const std::u16string_view folder : kFolders) {
     while (last_ < kMostNumbers) {
@@ -57,7 +63,7 @@ std::u16string TemporaryFiles::freePath() {
 
 std::u16string TemporaryFiles::put(BytesView data) {
   const std::u16string path = freePath();
-  own(path);
+  paths_.push_back(path);
   appendToDeviceFile(session_, path, data);
   return path;
 }

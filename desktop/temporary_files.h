@@ -1,6 +1,7 @@
 // Files that the device holds for the time being, while what they belong to travels.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,8 @@ class TemporaryFiles {
   TemporaryFiles& operator=(const TemporaryFiles&) = delete;
   ~TemporaryFiles();
 
-  /// Takes over a file of the device's. One that isn't there any more does no harm.
-  void own(const std::u16string& path) { paths_.push_back(path); }
+  /// Takes over those files that the device has. One that isn't there any more does no harm.
+  void own(std::span<const AttachedFile> files);
 
   /// Puts the data into a new file and gives its path. Throws DeviceRefusal when the device doesn't take it.
   std::u16string put(BytesView data);

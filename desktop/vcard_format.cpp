@@ -4,6 +4,7 @@
 
 namespace desktop {
 
-const FileFormat kVcardFormat{"vcard", ".vcf", "BEGIN:VCARD", nullptr, readVcards};
+const FileFormat kVcardFormat{
+    .name = "vcard", .extension = ".vcf", .beginning = "BEGIN:VCARD", .read = readVcards};
 
 }  // namespace desktop

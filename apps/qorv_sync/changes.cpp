@@ -81,7 +81,7 @@ void commit(Report& report, desktop::Session& session, desktop::ItemType type, c
 }
 
 void showChanges(Run& run, const Arguments& arguments) {
-  const desktop::ItemType type = typeNamed(arguments.type);
+  const desktop::ItemType type = kindNamed(arguments.type).type;
   const std::u16string name = desktop::toUtf16(arguments.contract);
   desktop::Session& session = run.connect();
   run.report.data() = {{"type", arguments.type}, {"contract", arguments.contract}};
@@ -99,7 +99,7 @@ void showChanges(Run& run, const Arguments& arguments) {
 
 Action defineChanges(CLI::App& command) {
   const auto arguments = std::make_shared<Arguments>();
-  command.add_option("TYPE", arguments->type, "contacts, appointments, tasks, mail or notes")->required();
+  command.add_option("TYPE", arguments->type, spellKinds())->required();
   command
       .add_option("CONTRACT", arguments->contract,
                   "The name under which the device remembers what you know; one for each type")

@@ -4,7 +4,7 @@
 
 #include "apps/qorv_sync/commands.h"
 #include "apps/qorv_sync/item_types.h"
-#include "desktop/item_writer.h"
+#include "desktop/item_delete.h"
 
 namespace qorv_sync {
 
@@ -16,11 +16,11 @@ struct Arguments {
 };
 
 void deleteItems(Run& run, const Arguments& arguments) {
-  const desktop::ItemType type = kindNamed(arguments.type).type;
+  const desktop::ItemKind& kind = kindNamed(arguments.type);
   desktop::Session& session = run.connect();
   const std::set<std::uint32_t> wanted(arguments.oids.begin(), arguments.oids.end());
   const std::vector<std::uint32_t> oids(wanted.begin(), wanted.end());
-  const std::vector<std::uint32_t> deleted = desktop::deleteItems(session, type, oids);
+  const std::vector<std::uint32_t> deleted = desktop::deleteHeldItems(session, kind, oids);
   for (const std::uint32_t oid : oids) {
     if (std::find(deleted.begin(), deleted.end(), oid) != deleted.end()) {
       run.report.say("deleted " + std::to_string(oid));

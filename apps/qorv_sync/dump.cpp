@@ -41,17 +41,15 @@ void sayPart(Report& report, const desktop::RawPart& part) {
 }
 
 void dump(Run& run, const Arguments& arguments) {
-  const desktop::ItemType type = typeNamed(arguments.type);
-  const desktop::ItemKind* kind = desktop::kindOf(type);
+  const desktop::ItemKind& kind = kindNamed(arguments.type);
   const std::string name = arguments.type + " " + std::to_string(arguments.oid) + ": ";
   desktop::Bytes record;
   try {
-    record = desktop::readRawRecord(run.connect(), type, arguments.oid);
+    record = desktop::readRawRecord(run.connect(), kind, arguments.oid);
   } catch (const desktop::DeviceRefusal& refusal) {
     return run.report.fail(name + refusal.what());
   }
-  const desktop::RawParts taken =
-      desktop::takeApart(record, kind == nullptr ? std::span<const desktop::FieldLayout>() : kind->layouts);
+  const desktop::RawParts taken = desktop::takeApart(record, kind.layouts);
   nlohmann::json& data = run.report.data();
   data = {{"type", arguments.type}, {"oid", arguments.oid}, {"parts", nlohmann::json::array()}};
   for (const desktop::RawPart& part : taken.parts) {
@@ -67,7 +65,7 @@ void dump(Run& run, const Arguments& arguments) {
 Action defineDump(CLI::App& command) {
   const auto arguments = std::make_shared<Arguments>();
   command.add_flag("--raw", arguments->raw, "The record's bytes, with the names of its fields")->required();
-  command.add_option("TYPE", arguments->type, "contacts, appointments, tasks, mail or notes")->required();
+  command.add_option("TYPE", arguments->type, spellKinds())->required();
   command.add_option("OID", arguments->oid, "The item's identifier")->required();
   return [arguments](Run& run) { dump(run, *arguments); };
 }

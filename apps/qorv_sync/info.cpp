@@ -1,6 +1,6 @@
 #include "apps/qorv_sync/commands.h"
-#include "apps/qorv_sync/item_types.h"
 #include "desktop/device_info.h"
+#include "desktop/item_kind.h"
 #include "desktop/item_reader.h"
 #include "desktop/text.h"
 
@@ -21,10 +21,10 @@ void showInfo(Run& run) {
   sayRow(run.report, "identity", identity.empty() ? "none" : identity);
   sayRow(run.report, "ink notes", hasNotes ? "supported" : "not supported by this platform");
   run.report.data() = {{"identity", identity}, {"ink_notes", hasNotes}};
-  for (const ItemTypeName& type : kItemTypes) {
-    const std::optional<std::uint32_t> count = desktop::countItems(session, type.type);
-    sayRow(run.report, type.name, count ? std::to_string(*count) : "not available");
-    run.report.data()["counts"][type.name] = count ? nlohmann::json(*count) : nlohmann::json();
+  for (const desktop::ItemKind* kind : desktop::itemKinds()) {
+    const std::optional<std::uint32_t> count = desktop::countItems(session, kind->type);
+    sayRow(run.report, kind->name, count ? std::to_string(*count) : "not available");
+    run.report.data()["counts"][kind->name] = count ? nlohmann::json(*count) : nlohmann::json();
   }
 }
 

@@ -4,18 +4,13 @@
 
 namespace qorv_sync {
 
-desktop::ItemType typeNamed(const std::string& name) {
+const desktop::ItemKind& kindNamed(const std::string& name) {
   std::string names;
-  for (const ItemTypeName& entry : kItemTypes) {
-    if (name == entry.name) return entry.type;
-    names += (names.empty() ? "" : ", ") + std::string(entry.name);
+  for (const desktop::ItemKind* kind : desktop::itemKinds()) {
+    if (name == kind->name) return *kind;
+    names += (names.empty() ? "" : ", ") + std::string(kind->name);
   }
   throw desktop::InputError("'" + name + "' is no item type; the types are " + names);
-}
-
-const desktop::ItemKind& kindNamed(const std::string& name) {
-  if (const desktop::ItemKind* kind = desktop::kindOf(typeNamed(name))) return *kind;
-  throw desktop::InputError(name + ": not supported by this version");
 }
 
 std::string spellKinds() {

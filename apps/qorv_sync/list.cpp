@@ -56,7 +56,7 @@ void sayList(Report& report, const desktop::ItemKind& kind, std::vector<Row>& ro
   const std::vector<std::size_t> widths = widthsOf(rows, kind.columns);
   if (!rows.empty()) sayRow(report, "OID", kind.columns, widths);
   for (const Row& row : rows) sayRow(report, std::to_string(row.oid), row.cells, widths);
-  report.say(std::to_string(rows.size()) + " " + (rows.size() == 1 ? kind.singular : kind.name));
+  report.say(std::to_string(rows.size()) + " " + (rows.size() == 1 ? kind.singular : kind.plural));
 }
 
 void listItems(Run& run, const std::string& typeName) {
@@ -65,7 +65,7 @@ void listItems(Run& run, const std::string& typeName) {
   const std::vector<std::uint32_t> oids = desktop::listItems(session, kind.type);
   std::vector<Row> rows;
   nlohmann::json& listed = run.report.data()[kind.name] = nlohmann::json::array();
-  readItems(run, session, kind, oids, [&](const desktop::Item& item, std::uint32_t oid) {
+  readItems(run, session, kind, oids, desktop::FilesWanted::No, [&](const desktop::Item& item, std::uint32_t oid) {
     listed.push_back(kind.toJson(item));
     rows.push_back({oid, kind.cells(item)});
     run.report.progress("reading " + std::to_string(rows.size()) + " of " + std::to_string(oids.size()));

@@ -24,6 +24,9 @@ void pullKind(Run& run, desktop::Session& session, const desktop::ItemKind& kind
     } else {
       data[outcome.written ? "written" : "unchanged"].push_back(outcome.file.string());
     }
+    for (const std::string& note : outcome.notes) {
+      run.report.remark(std::string(kind.singular) + " " + std::to_string(outcome.oid) + ": " + note);
+    }
     if (outcome.written) run.report.say(outcome.file.string());
     run.report.progress(std::string("reading ") + kind.name + ", " + std::to_string(++done) + " of " +
                         std::to_string(total));

@@ -33,7 +33,7 @@ void showItem(Run& run, const Arguments& arguments) {
       run.report.fail(std::string(kind.singular) + " " + std::to_string(oid) + ": " + refusal.what());
     }
   };
-  readItems(run, session, kind, std::span(&arguments.oid, 1), show);
+  readItems(run, session, kind, std::span(&arguments.oid, 1), desktop::FilesWanted::Yes, show);
 }
 
 }  // namespace

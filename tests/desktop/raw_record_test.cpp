@@ -83,9 +83,9 @@ class RawRecordRequest : public ScriptedSession {};
 
 TEST_F(RawRecordRequest, asksForOneItem) {
   script->expect(hex("07 03") + u32(19), hex("01 00 13 00 00 00 00"));
-  EXPECT_EQ(readRawRecord(session(), ItemType::Task, 19), hex("01 00 13 00 00 00 00"));
+  EXPECT_EQ(readRawRecord(session(), kTaskKind, 19), hex("01 00 13 00 00 00 00"));
   script->expect(hex("07 03") + u32(99), hex("00 03"));
-  EXPECT_THROW(readRawRecord(session(), ItemType::Task, 99), DeviceRefusal);
+  EXPECT_THROW(readRawRecord(session(), kTaskKind, 99), DeviceRefusal);
 }
 
 }  // namespace
