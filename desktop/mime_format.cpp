@@ -62,9 +62,11 @@ void addAddresses(GMimeMessage& message, GMimeAddressType type, const std::vecto
   for (const MimeAddress& address : addresses) internet_address_list_add(list, makeAddress(address).get());
 }
 
-/// The library ends every message with a line end. A text that has none says so with a soft one.
+/// The library ends every message with a line end. A text that has none says so with a soft one, as the library
+/// does itself behind a blank.
 void keepOpenEnd(std::string& written, const MimePart& content) {
-  const bool isOpen = content.parts.empty() && !content.data.empty() && !content.data.ends_with('\n');
+  const bool isOpen = content.parts.empty() && !content.data.empty() && !content.data.ends_with('\n') &&
+                      !written.ends_with("=\n");
   if (isOpen && written.ends_with('\n')) written.insert(written.size() - 1, "=");
 }
 

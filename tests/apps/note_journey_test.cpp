@@ -132,7 +132,7 @@ TEST_F(NoteJourney, textFilesOfOtherFoldersAreNotTaken) {
   std::filesystem::create_directories(folder_.file("texts"));
   folder_.write("texts/README.txt", "about nothing");
   EXPECT_EQ(sync("push texts"), 2);
-  EXPECT_EQ(err_, "qorv-sync: texts: no .ics or .vcf or notes/*.txt file in this folder\n");
+  EXPECT_EQ(err_, "qorv-sync: texts: no .ics or .vcf or .eml or .mbox or notes/*.txt file in this folder\n");
   EXPECT_EQ(
       run("cd mixed/notes && '" QORV_SYNC "' --exec \"'" QORV_DEVICE "' serve ../../device --stdio\" push ."),
       0);

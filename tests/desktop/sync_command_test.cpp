@@ -20,8 +20,9 @@ std::string list(const std::string& oids, int count) {
 
 /// The lists of the other types that a pull asks for: nothing there.
 const std::string kNoContacts = "> 0D 01\n< 01 00 u32:0 00\n";
-const std::string kNoContactsAndNotes = kNoContacts + "> 0D 05\n< 01 00 u32:0 00\n";
-const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n" + kNoContactsAndNotes;
+const std::string kNoContactsMailAndNotes =
+    kNoContacts + "> 0D 04\n< 01 00 u32:0 00\n> 0D 05\n< 01 00 u32:0 00\n";
+const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n" + kNoContactsMailAndNotes;
 
 /// The eleven fields of an appointment without any reminder, as the device sends them.
 std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
@@ -63,9 +64,9 @@ std::string calendar(const std::string& events) {
 TEST_F(SyncCommand, infoTellsWhatTheDeviceSays) {
   EXPECT_EQ(run("info", kIdentity +
                             "> 14 02\n< u32:1\n"
-                            "> 06 01\n< 01 00 u32:3\n"
                             "> 06 02\n< 01 00 u32:12\n"
                             "> 06 03\n< 01 00 u32:0\n"
+                            "> 06 01\n< 01 00 u32:3\n"
                             "> 06 04\n< 00 03 u32:0\n"
                             "> 06 05\n< 00 03 u32:0\n" +
                             kEnd),
@@ -73,9 +74,9 @@ TEST_F(SyncCommand, infoTellsWhatTheDeviceSays) {
   EXPECT_EQ(out,
             "identity      PDA\n"
             "ink notes     supported\n"
-            "contacts      3\n"
             "appointments  12\n"
             "tasks         0\n"
+            "contacts      3\n"
             "mail          not available\n"
             "notes         not available\n");
   EXPECT_EQ(err, "");
@@ -264,7 +265,7 @@ TEST_F(SyncCommand, showPrintsATaskAsACalendarFile) {
 TEST_F(SyncCommand, pullGoesOnWithTheOtherTypesWhenOneCannotBeListed) {
   EXPECT_EQ(run("pull .", kIdentity + "> 0D 02\n< 00 00 u32:0 00\n" + "> 0D 03\n< 01 00 u32:1 00 u32:21\n" +
                               "> 10 03 u32:1 u32:21\n< 01 00 u32:1 0A " +
-                              taskRecord(21, kTuesday, "File", 0) + "\n" + kNoContactsAndNotes + kEnd),
+                              taskRecord(21, kTuesday, "File", 0) + "\n" + kNoContactsMailAndNotes + kEnd),
             1);
   EXPECT_EQ(out, "./tasks/21.ics\n1 written, 0 unchanged\n");
   EXPECT_EQ(err, "qorv-sync: appointments: the device can't list all its items\n");
