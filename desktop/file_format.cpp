@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat, &kMailFormat,
+constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat,   &kMailFormat,
                               &kMboxFormat,     &kMaildirFormat, &kNoteFormat};
 
 char lowerCase(char letter) {
@@ -28,8 +28,9 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 }
 
 const FileFormat* formatByPlace(const std::filesystem::path& path) {
-  const auto* const found = std::ranges::find_if(
-      kFormats, [&](const FileFormat* format) { return format->isPlaced != nullptr && format->isPlaced(path); });
+  const auto* const found = std::ranges::find_if(kFormats, [&](const FileFormat* format) {
+    return format->isPlaced != nullptr && format->isPlaced(path);
+  });
   return found == kFormats.end() ? nullptr : *found;
 }
 

@@ -33,8 +33,8 @@ void sendPiece(Session& session, const std::u16string& path, BytesView piece, st
                std::uint64_t size) {
   const AppendAnswer answer = appendFile(session, path, piece);
   if (answer.done) return;
-  refuse(path, spellDeviceError(answer.error) + " after " + std::to_string(sent) + " of " + std::to_string(size) +
-                   " bytes");
+  refuse(path, spellDeviceError(answer.error) + " after " + std::to_string(sent) + " of " +
+                   std::to_string(size) + " bytes");
 }
 
 Bytes readPiece(InputFile& file, std::uint64_t offset) {

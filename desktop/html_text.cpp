@@ -18,7 +18,8 @@ using Document = std::unique_ptr<xmlDoc, DocumentDeleter>;
 constexpr std::array<std::string_view, 5> kHidden{"head", "script", "style", "template", "title"};
 constexpr std::array<std::string_view, 12> kLines{"address", "dd", "div", "dl", "dt", "form",
                                                   "hr",      "li", "ol",  "tr", "ul", "table"};
-constexpr std::array<std::string_view, 9> kParagraphs{"p", "h1", "h2", "h3", "h4", "h5", "h6", "blockquote", "pre"};
+constexpr std::array<std::string_view, 9> kParagraphs{"p",  "h1", "h2",         "h3", "h4",
+                                                      "h5", "h6", "blockquote", "pre"};
 
 template <typename Names>
 bool isOneOf(const Names& names, std::string_view name) {
@@ -89,7 +90,8 @@ class TextWriter {
     if (count == 0 || text_.empty()) return;
     const std::size_t last = text_.find_last_not_of('\n');
     const std::size_t ends = last == std::string::npos ? text_.size() : text_.size() - last - 1;
-    for (auto missing = static_cast<std::ptrdiff_t>(count) - static_cast<std::ptrdiff_t>(ends); missing > 0; --missing)
+    for (auto missing = static_cast<std::ptrdiff_t>(count) - static_cast<std::ptrdiff_t>(ends); missing > 0;
+         --missing)
       text_ += '\n';
     isParted_ = false;
   }
@@ -102,7 +104,8 @@ class TextWriter {
 
 std::string textOfHtml(const std::string& html) {
   constexpr int kQuiet = HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET;
-  const Document document(htmlReadMemory(html.data(), static_cast<int>(html.size()), nullptr, "UTF-8", kQuiet));
+  const Document document(
+      htmlReadMemory(html.data(), static_cast<int>(html.size()), nullptr, "UTF-8", kQuiet));
   TextWriter writer;
   if (document) writer.add(xmlDocGetRootElement(document.get()));
   return writer.take();

@@ -14,9 +14,9 @@ namespace desktop {
 
 struct PullOutcome {
   std::uint32_t oid = 0;
-  std::filesystem::path file;  ///< empty when the item could not be read
-  bool written = false;        ///< false also when the file held the same already
-  std::string failure;         ///< empty when all went well
+  std::filesystem::path file;      ///< empty when the item could not be read
+  bool written = false;            ///< false also when the file held the same already
+  std::string failure;             ///< empty when all went well
   std::vector<std::string> notes;  ///< what the item lacks, one sentence each
 };
 

@@ -47,7 +47,8 @@ void handOver(Read read, const std::vector<std::string>& notes, const KindSink& 
   }
 }
 
-void readAlone(Session& session, const ItemKind& kind, std::span<const std::uint32_t> oids, const KindSink& sink) {
+void readAlone(Session& session, const ItemKind& kind, std::span<const std::uint32_t> oids,
+               const KindSink& sink) {
   const ItemSink records{
       [&](WireReader& record, std::uint32_t oid) { handOver(takeRecord(kind, record, oid), {}, sink); },
       [&](std::uint32_t oid, ReadFailure why) { sink.failure(oid, spell(why)); },
@@ -70,7 +71,9 @@ class FileReader {
           reads.push_back(takeRecord(kind_, record, oid));
           if (reads.back().item) left.own(kind_.files->of(*reads.back().item));
         },
-        [&](std::uint32_t oid, ReadFailure why) { reads.push_back({oid, {}, spell(why)}); },
+        [&](std::uint32_t oid, ReadFailure why) {
+          reads.push_back({oid, {}, spell(why)});
+        },
         [&](WireReader record) { left.own(kind_.files->inPart(record)); },
     };
     readItems(session_, kind_.type, oids, records);

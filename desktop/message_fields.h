@@ -21,16 +21,11 @@ inline constexpr std::uint32_t kMessageIsRead = 0x00100000;
 
 /// All but the attachments and the flags. Those that the device takes come first.
 inline constexpr std::array kMessageFields{
-    MessageField{1, "from", &Message::sender},
-    MessageField{kToTag, "to", &Message::to},
-    MessageField{3, "cc", &Message::cc},
-    MessageField{4, "bcc", &Message::bcc},
-    MessageField{5, "subject", &Message::subject},
-    MessageField{6, "date", &Message::delivered},
-    MessageField{7, "body", &Message::body},
-    MessageField{14, "has place", &Message::hasPlace},
-    MessageField{15, "place", &Message::place},
-    MessageField{16, "start", &Message::start},
+    MessageField{1, "from", &Message::sender},     MessageField{kToTag, "to", &Message::to},
+    MessageField{3, "cc", &Message::cc},           MessageField{4, "bcc", &Message::bcc},
+    MessageField{5, "subject", &Message::subject}, MessageField{6, "date", &Message::delivered},
+    MessageField{7, "body", &Message::body},       MessageField{14, "has place", &Message::hasPlace},
+    MessageField{15, "place", &Message::place},    MessageField{16, "start", &Message::start},
     MessageField{17, "end", &Message::end},
 };
 

@@ -14,13 +14,14 @@ namespace {
 constexpr std::string_view kSingular = "message";
 constexpr std::uint32_t kUnused = 0;
 
-constexpr std::array kFolders{MailFolder::SentItems, MailFolder::Outbox, MailFolder::Inbox, MailFolder::Drafts};
+constexpr std::array kFolders{MailFolder::SentItems, MailFolder::Outbox, MailFolder::Inbox,
+                              MailFolder::Drafts};
 
 void takeFlags(std::uint32_t flags, Message& message) {
   const std::uint32_t code = flags & ~kMessageIsRead;
-  const auto* const folder =
-      std::find_if(kFolders.begin(), kFolders.end(),
-                   [&](MailFolder known) { return static_cast<std::uint32_t>(known) == code; });
+  const auto* const folder = std::find_if(kFolders.begin(), kFolders.end(), [&](MailFolder known) {
+    return static_cast<std::uint32_t>(known) == code;
+  });
   message.folder = folder == kFolders.end() ? MailFolder::None : *folder;
   message.isRead = (flags & kMessageIsRead) != 0;
 }

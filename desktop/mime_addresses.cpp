@@ -1,7 +1,8 @@
 // Addresses, as the MIME library reads and spells them.
+#include "desktop/mime_addresses.h"
+
 #include "desktop/mime_handles.h"
 #include "desktop/mime_library.h"
-#include "desktop/mime_addresses.h"
 
 namespace desktop {
 
@@ -38,7 +39,8 @@ AddressHandle makeAddress(const MimeAddress& address) {
 
 std::vector<MimeAddress> parseAddresses(const std::string& text) {
   startMimeLibrary();
-  const MimeHandle<InternetAddressList> list(internet_address_list_parse(lenientOptions().get(), text.c_str()));
+  const MimeHandle<InternetAddressList> list(
+      internet_address_list_parse(lenientOptions().get(), text.c_str()));
   return addressesIn(list.get());
 }
 

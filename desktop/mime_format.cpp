@@ -45,7 +45,8 @@ MimeHandle<GMimeObject> makePart(const MimePart& part) {
   if (type == "multipart") return makeMultipart(part, subtype);
   MimeHandle<GMimePart> made(g_mime_part_new_with_type(type.c_str(), subtype.c_str()));
   GMimeObject* object = GMIME_OBJECT(made.get());
-  if (!part.charset.empty()) g_mime_object_set_content_type_parameter(object, "charset", part.charset.c_str());
+  if (!part.charset.empty())
+    g_mime_object_set_content_type_parameter(object, "charset", part.charset.c_str());
   if (part.isAttachment) {
     g_mime_object_set_disposition(object, GMIME_DISPOSITION_ATTACHMENT);
     g_mime_part_set_filename(made.get(), part.fileName.c_str());

@@ -99,7 +99,8 @@ MimeMessage parseMime(std::string_view text) {
   startMimeLibrary();
   const MimeHandle<GMimeStream> stream(g_mime_stream_mem_new_with_buffer(text.data(), text.size()));
   const MimeHandle<GMimeParser> parser(g_mime_parser_new_with_stream(stream.get()));
-  const MimeHandle<GMimeMessage> message(g_mime_parser_construct_message(parser.get(), lenientOptions().get()));
+  const MimeHandle<GMimeMessage> message(
+      g_mime_parser_construct_message(parser.get(), lenientOptions().get()));
   return message ? readMessage(*message) : MimeMessage();
 }
 

@@ -35,7 +35,6 @@ FileItems readNoteFile(std::string_view text, const std::string& fileName) {
 }  // namespace
 
 // Text files are everybody's: of a folder's only those are taken that lie where notes are kept.
-const FileFormat kNoteFormat{
-    .name = "text", .extension = ".txt", .folder = "notes", .read = readNoteFile};
+const FileFormat kNoteFormat{.name = "text", .extension = ".txt", .folder = "notes", .read = readNoteFile};
 
 }  // namespace desktop

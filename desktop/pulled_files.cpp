@@ -93,7 +93,8 @@ class FilesByTitle final : public PulledFiles {
 
 }  // namespace
 
-std::unique_ptr<PulledFiles> openFilesByUid(const ItemKind& kind, std::u16string_view, const fs::path& folder) {
+std::unique_ptr<PulledFiles> openFilesByUid(const ItemKind& kind, std::u16string_view,
+                                            const fs::path& folder) {
   return std::make_unique<FilesByUid>(kind, folder);
 }
 

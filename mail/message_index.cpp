@@ -2,11 +2,6 @@
 
 namespace qorv {
 
-void MessageIndex::clear() {
-  records_.clear();
-  cursor_ = records_.end();
-}
-
 MessageIndex::Records::iterator MessageIndex::at(std::size_t position) {
   if (cursor_ == records_.end()) {
     cursor_ = records_.begin();

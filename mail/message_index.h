@@ -23,7 +23,6 @@ class MessageIndex {
   MessageIndex& operator=(const MessageIndex&) = delete;
 
   [[nodiscard]] std::size_t size() const { return records_.size(); }
-  void clear();
 
   /// The later of two entries with one number replaces the earlier. A number above all others is appended
   /// without a search.

@@ -22,7 +22,6 @@ class MessageReader {
   /// The tag that the store has given the property of a message's place; 0 when it gives none.
   [[nodiscard]] ULONG findPlaceTag() const;
   void writeProperties();
-  void writeProperty(const SPropValue& value, DWORD fieldTag);
   void writeBody();
 
   void writeText(DWORD fieldTag, const SPropValue& value);

@@ -84,10 +84,4 @@ inline ComPtr<IStream> openStream(IMAPIProp& object, ULONG tag, ULONG flags) {
   return ComPtr<IStream>(SUCCEEDED(result) ? static_cast<IStream*>(stream) : nullptr);
 }
 
-/// For a call with an out-parameter of the interface: what it gave, empty when it failed.
-template <typename Interface>
-ComPtr<Interface> succeeded(HRESULT result, Interface* object) {
-  return ComPtr<Interface>(SUCCEEDED(result) ? object : nullptr);
-}
-
 }  // namespace qorv

@@ -65,11 +65,12 @@ void listItems(Run& run, const std::string& typeName) {
   const std::vector<std::uint32_t> oids = desktop::listItems(session, kind.type);
   std::vector<Row> rows;
   nlohmann::json& listed = run.report.data()[kind.name] = nlohmann::json::array();
-  readItems(run, session, kind, oids, desktop::FilesWanted::No, [&](const desktop::Item& item, std::uint32_t oid) {
-    listed.push_back(kind.toJson(item));
-    rows.push_back({oid, kind.cells(item)});
-    run.report.progress("reading " + std::to_string(rows.size()) + " of " + std::to_string(oids.size()));
-  });
+  readItems(
+      run, session, kind, oids, desktop::FilesWanted::No, [&](const desktop::Item& item, std::uint32_t oid) {
+        listed.push_back(kind.toJson(item));
+        rows.push_back({oid, kind.cells(item)});
+        run.report.progress("reading " + std::to_string(rows.size()) + " of " + std::to_string(oids.size()));
+      });
   sayList(run.report, kind, rows);
 }
 

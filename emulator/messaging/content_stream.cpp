@@ -16,7 +16,9 @@ ContentStream::ContentStream(MailContext& context, ContentNumber content, std::i
       context_(context),
       content_(content),
       message_(message),
-      writable_(writable) {}
+      writable_(writable) {
+  context_.handedOut.insert(this);
+}
 
 HRESULT ContentStream::Read(void* buffer, ULONG count, ULONG* bytesRead) {
   if (bytesRead != nullptr) *bytesRead = 0;

@@ -12,6 +12,7 @@ class ContentStream final : public UnsupportedStream<ComObject<IStream>> {
  public:
   /// `message` is the row of the message that the content belongs to.
   ContentStream(MailContext& context, ContentNumber content, std::int64_t message, bool writable);
+  ~ContentStream() override { context_.handedOut.erase(this); }
 
   HRESULT Read(void* buffer, ULONG count, ULONG* bytesRead) override;
   HRESULT Write(const void* buffer, ULONG count, ULONG* bytesWritten) override;
