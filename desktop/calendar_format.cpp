@@ -24,6 +24,6 @@ FileItems readCalendarItems(std::string_view text, const std::string& fileName) 
 
 }  // namespace
 
-const FileFormat kCalendarFormat{"icalendar", ".ics", "BEGIN:VCALENDAR", readCalendarItems};
+const FileFormat kCalendarFormat{"icalendar", ".ics", "BEGIN:VCALENDAR", nullptr, readCalendarItems};
 
 }  // namespace desktop

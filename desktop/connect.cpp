@@ -1,7 +1,6 @@
 #include "desktop/connect.h"
 
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <netdb.h>
 #include <netinet/in.h>
@@ -12,6 +11,7 @@
 #include <sys/un.h>
 
 #include "desktop/device_error.h"
+#include "desktop/host_port.h"
 #include "desktop/input_error.h"
 
 namespace desktop {
@@ -51,20 +51,12 @@ Descriptor connectUnix(const std::string& address, Seconds timeout) {
   return socket;
 }
 
-struct HostPort {
-  std::string host;
-  std::string port;
-};
-
 HostPort splitAddress(const std::string& address) {
-  const std::size_t colon = address.rfind(':');
-  const std::string port = colon == std::string::npos ? "" : address.substr(colon + 1);
-  std::uint16_t number = 0;
-  const auto [end, error] = std::from_chars(port.data(), port.data() + port.size(), number);
-  if (colon == 0 || error != std::errc() || end != port.data() + port.size() || number == 0) {
+  const auto parts = splitHostPort(address);
+  if (!parts || parts->port == 0) {
     throw InputError("address '" + address + "' is neither HOST:PORT nor unix:PATH");
   }
-  return {address.substr(0, colon), port};
+  return *parts;
 }
 
 struct FreeAddresses {
@@ -76,7 +68,8 @@ Descriptor connectTcp(const std::string& address, Seconds timeout) {
   addrinfo hints{};
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* found = nullptr;
-  if (const int error = ::getaddrinfo(parts.host.c_str(), parts.port.c_str(), &hints, &found)) {
+  if (const int error =
+          ::getaddrinfo(parts.host.c_str(), std::to_string(parts.port).c_str(), &hints, &found)) {
     failToConnect(address, ::gai_strerror(error));
   }
   const std::unique_ptr<addrinfo, FreeAddresses> addresses(found);

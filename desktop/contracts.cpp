@@ -33,6 +33,16 @@ bool isDone(const Bytes& reply) {
   throw DeviceRefusal(contract + ": there are more changes than the device can list");
 }
 
+std::vector<Change> readChanges(WireReader& reader, const ListHeader& header) {
+  expectEntries(reader, header, kChangeSize);
+  std::vector<Change> changes(header.count);
+  for (Change& change : changes) {
+    change.oid = reader.number();
+    change.kind = static_cast<ChangeKind>(reader.byte());
+  }
+  return changes;
+}
+
 }  // namespace
 
 std::string spell(ChangeKind kind) {
@@ -56,13 +66,15 @@ std::vector<Change> listChanges(Session& session, ItemType type, std::u16string_
   WireReader reader(reply);
   const ListHeader header = readListHeader(reader);
   if (!header.done) refuseList(name, header.status);
-  expectEntries(reader, header, kChangeSize);
-  std::vector<Change> changes(header.count);
-  for (Change& change : changes) {
-    change.oid = reader.number();
-    change.kind = static_cast<ChangeKind>(reader.byte());
-  }
-  return changes;
+  return readChanges(reader, header);
+}
+
+std::optional<std::vector<Change>> listNoteChanges(Session& session, std::u16string_view name) {
+  const Bytes reply = ask(session, Command::GetChanges, ItemType::Note, name);
+  WireReader reader(reply);
+  const ListHeader header = readListHeader(reader);
+  if (!header.done) return std::nullopt;
+  return readChanges(reader, header);
 }
 
 void commitChanges(Session& session, ItemType type, std::u16string_view name) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,10 @@ bool hasContract(Session& session, ItemType type, std::u16string_view name);
 /// isn't there all that the device has on record. Throws DeviceRefusal when the device has no number for the
 /// contract, and when the changes are too many for it to list.
 std::vector<Change> listChanges(Session& session, ItemType type, std::u16string_view name);
+
+/// The notes that changed since the last commit, whatever its contract: the device compares them with what they
+/// were then. Nothing when there was none yet.
+std::optional<std::vector<Change>> listNoteChanges(Session& session, std::u16string_view name);
 
 /// Makes the changes up to now old news to the contract, which is made when it isn't there. To be called
 /// after `listChanges`: after a listing of all items instead, the device would empty the log of changes, for

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat};
+constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat, &kNoteFormat};
 
 char lowerCase(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -41,11 +41,12 @@ const FileFormat* formatByName(const std::filesystem::path& path) {
 }
 
 const FileFormat& formatOf(const std::filesystem::path& path, std::string_view text) {
-  if (const FileFormat* format = formatByName(path)) return *format;
+  const FileFormat* named = formatByName(path);
+  if (named != nullptr && named->beginning != nullptr) return *named;
   for (const FileFormat* format : kFormats) {
-    if (beginsWith(text, format->beginning)) return *format;
+    if (format->beginning != nullptr && beginsWith(text, format->beginning)) return *format;
   }
-  return *kFormats.front();
+  return named != nullptr ? *named : *kFormats.front();
 }
 
 }  // namespace desktop

@@ -13,6 +13,14 @@ constexpr bool isForbiddenControl(char16_t unit) {
   return (unit < 0x20 && unit != u'\n' && unit != u'\t') || unit == 0x7F;
 }
 
+std::u16string_view withoutBlanks(std::u16string_view text) {
+  const std::size_t first = text.find_first_not_of(u" \t");
+  if (first == std::u16string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(u" \t") - first + 1);
+}
+
+}  // namespace
+
 std::u16string replaceLineEnds(std::u16string_view text, std::u16string_view lineEnd) {
   std::u16string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -25,14 +33,6 @@ std::u16string replaceLineEnds(std::u16string_view text, std::u16string_view lin
   }
   return result;
 }
-
-std::u16string_view withoutBlanks(std::u16string_view text) {
-  const std::size_t first = text.find_first_not_of(u" \t");
-  if (first == std::u16string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(u" \t") - first + 1);
-}
-
-}  // namespace
 
 std::u16string withDeviceLineEnds(std::u16string_view text) {
   return replaceLineEnds(text, u"\r\n");

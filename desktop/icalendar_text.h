@@ -6,6 +6,9 @@
 
 namespace desktop {
 
+/// Each line end, be it CR LF, CR or LF, in the one given form.
+std::u16string replaceLineEnds(std::u16string_view text, std::u16string_view lineEnd);
+
 /// Line ends of any kind become CRLF, as the device's editor has them.
 std::u16string withDeviceLineEnds(std::u16string_view text);
 

@@ -5,10 +5,11 @@
 
 #include "desktop/appointment.h"
 #include "desktop/contact.h"
+#include "desktop/note.h"
 #include "desktop/task.h"
 
 namespace desktop {
 
-using Item = std::variant<Appointment, Task, Contact>;
+using Item = std::variant<Appointment, Task, Contact, Note>;
 
 }  // namespace desktop

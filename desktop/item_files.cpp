@@ -17,12 +17,22 @@ constexpr std::string_view kUidName = "UID";
 /// As cards of version 4.0 have it, where a UID is an address otherwise.
 constexpr std::string_view kTextParameter = ";VALUE=text";
 
-/// ".ics or .vcf"
+/// ".ics or .vcf or notes/*.txt"
 std::string spellExtensions() {
   std::string text;
-  for (const FileFormat* format : fileFormats())
-    text += (text.empty() ? "" : " or ") + std::string(format->extension);
+  for (const FileFormat* format : fileFormats()) {
+    const std::string place = format->folder == nullptr ? "" : std::string(format->folder) + "/*";
+    text += (text.empty() ? "" : " or ") + place + format->extension;
+  }
   return text;
+}
+
+/// Whether a file that nobody named is one that was meant.
+bool isTaken(const fs::path& file) {
+  const FileFormat* format = formatByName(file);
+  return format != nullptr &&
+         (format->folder == nullptr ||
+          fs::absolute(file).lexically_normal().parent_path().filename() == format->folder);
 }
 
 std::vector<fs::path> filesIn(const fs::path& folder) {
@@ -30,7 +40,7 @@ std::vector<fs::path> filesIn(const fs::path& folder) {
   std::error_code error;
   fs::recursive_directory_iterator entry(folder, error);
   for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-    if (formatByName(entry->path()) != nullptr && entry->is_regular_file()) files.push_back(entry->path());
+    if (isTaken(entry->path()) && entry->is_regular_file()) files.push_back(entry->path());
   }
   if (error) throw InputError(folder.string() + ": " + error.message());
   if (files.empty()) throw InputError(folder.string() + ": no " + spellExtensions() + " file in this folder");

@@ -11,7 +11,7 @@
 namespace desktop {
 
 /// Reads files, and of folders and their folders those files whose names tell a format, in the order of their
-/// names. Throws InputError for the first one that can't be read or is nothing of its format.
+/// names; text files only where notes are kept. Throws InputError for the first one that can't be read or is nothing of its format.
 FileItems readItemFiles(std::span<const std::filesystem::path> paths);
 
 /// Whether the text of a file has this UID, spelled as the desktop writes it, and no other one.

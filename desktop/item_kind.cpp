@@ -8,7 +8,7 @@ namespace desktop {
 
 namespace {
 
-constexpr std::array kKinds{&kAppointmentKind, &kTaskKind, &kContactKind};
+constexpr std::array kKinds{&kAppointmentKind, &kTaskKind, &kContactKind, &kNoteKind};
 
 }  // namespace
 
@@ -28,6 +28,7 @@ const ItemKind& kindOf(const Item& item) {
                         [](const Appointment&) -> const ItemKind& { return kAppointmentKind; },
                         [](const Contact&) -> const ItemKind& { return kContactKind; },
                         [](const Task&) -> const ItemKind& { return kTaskKind; },
+                        [](const Note&) -> const ItemKind& { return kNoteKind; },
                     },
                     item);
 }

@@ -18,6 +18,12 @@
 
 namespace desktop {
 
+/// How an item that is sent, and a file that is there, are known to belong to one of the device's items.
+enum class ItemIdentity : std::uint8_t {
+  ByUid,    ///< the file has a UID, which names device and item
+  ByTitle,  ///< the file is named like the item, and no two items have one name
+};
+
 struct ItemKind {
   ItemType type;
   const char* name;      ///< "appointments", as a person calls them
@@ -26,9 +32,12 @@ struct ItemKind {
   const FileFormat& format;
   std::span<const char* const> columns;  ///< of a list, which is sorted by the first one
   std::span<const FieldLayout> layouts;  ///< of the fields of their records
+  ItemIdentity identity = ItemIdentity::ByUid;
 
   /// Reads the record of the given item. Throws ProtocolError for any other bytes.
   Item (*read)(WireReader& record, std::uint32_t oid);
+  /// Whether what was read stands for an item that isn't there. Null for kinds of which the device says so.
+  bool (*isMissing)(const Item& item) = nullptr;
   /// Makes the item one that the device can hold, and notes what that changes.
   void (*adapt)(Item& item, std::vector<std::string>& notes);
   /// The records, at least one, that make the device's item the given one when they are written one after
@@ -47,6 +56,7 @@ struct ItemKind {
 extern const ItemKind kAppointmentKind;
 extern const ItemKind kTaskKind;
 extern const ItemKind kContactKind;
+extern const ItemKind kNoteKind;
 
 /// The kinds that this version carries, in the order in which they are sent and written.
 std::span<const ItemKind* const> itemKinds();

@@ -13,9 +13,9 @@ namespace desktop {
 
 struct PullOutcome {
   std::uint32_t oid = 0;
-  std::filesystem::path file;
-  bool written = false;  ///< false also when the file held the same already
-  std::string failure;   ///< empty when all went well
+  std::filesystem::path file;  ///< empty when the item could not be read
+  bool written = false;        ///< false also when the file held the same already
+  std::string failure;         ///< empty when all went well
 };
 
 /// Where the files go, and in which of their formats' forms.
@@ -26,7 +26,7 @@ struct PullTarget {
 
 using PullReport = std::function<void(const PullOutcome& outcome, std::size_t total)>;
 
-/// Writes each item of the kind to `OID.ics`, or with the extension of its format, in the folder, and reports
+/// Writes each item of the kind to a file of its own in the folder, `OID.ics` or the name of a note, and reports
 /// each. A file of that name is replaced only when it is this device's same item; otherwise it stays and the
 /// item fails. Throws DeviceRefusal when the device can't list its items.
 void pullItems(Session& session, const ItemKind& kind, const std::u16string& deviceIdentity,

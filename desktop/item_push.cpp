@@ -6,9 +6,9 @@
 
 #include "desktop/device_error.h"
 #include "desktop/device_info.h"
-#include "desktop/item_reader.h"
 #include "desktop/item_uid.h"
 #include "desktop/item_writer.h"
+#include "desktop/kind_reader.h"
 
 namespace desktop {
 
@@ -25,25 +25,41 @@ struct Pending {
 
 using PendingBatch = std::vector<Pending>;
 
-/// The device's items of one kind that UIDs can name.
+/// The device's items of one kind, as the items of files are known to be theirs.
 class KnownItems {
  public:
   KnownItems(Session& session, const ItemKind& kind, const std::u16string& identity)
       : kind_(kind), identity_(identity) {
     const auto oids = listItems(session, kind.type);
     oids_.insert(oids.begin(), oids.end());
+    if (kind.identity == ItemIdentity::ByTitle) readTitles(session, oids);
   }
 
-  /// 0 when the UID names none of them.
-  std::uint32_t find(std::string_view uid) const {
+  /// 0 when it is none of them.
+  std::uint32_t find(std::string_view uid, const Item& item) const {
+    if (kind_.identity == ItemIdentity::ByUid) return findUid(uid);
+    const auto titled = titles_.find(kind_.title(item));
+    return titled == titles_.end() ? 0 : titled->second;
+  }
+
+ private:
+  void readTitles(Session& session, std::span<const std::uint32_t> oids) {
+    const KindSink sink{
+        [this](const Item& item, std::uint32_t oid) { titles_.emplace(kind_.title(item), oid); },
+        [](std::uint32_t, ReadFailure) {},
+    };
+    readItems(session, kind_, oids, sink);
+  }
+
+  std::uint32_t findUid(std::string_view uid) const {
     const std::optional<std::uint32_t> oid = oidOfUid(kind_, identity_, uid);
     return oid && oids_.contains(*oid) ? *oid : 0;
   }
 
- private:
   const ItemKind& kind_;
   const std::u16string& identity_;
   std::unordered_set<std::uint32_t> oids_;
+  std::map<std::u16string, std::uint32_t> titles_;  ///< empty for kinds that are known by UIDs
 };
 
 /// Carries the items of one kind.
@@ -68,9 +84,9 @@ class Pusher {
   Pending prepare(const FileItem& item) const {
     Pending pending{&item, item.item, {}};
     pending.outcome.notes = item.notes;
-    pending.outcome.oid = known_.find(item.uid);
-    pending.outcome.changed = pending.outcome.oid != 0;
     kind_.adapt(pending.sent, pending.outcome.notes);
+    pending.outcome.oid = known_.find(item.uid, pending.sent);
+    pending.outcome.changed = pending.outcome.oid != 0;
     return pending;
   }
 
@@ -120,9 +136,8 @@ class Pusher {
       const auto [first, last] = written.equal_range(oid);
       for (auto entry = first; entry != last; ++entry) act(*entry->second);
     };
-    const ItemSink sink{
-        [&](WireReader& record, std::uint32_t oid) {
-          const Item held = kind_.read(record, oid);
+    const KindSink sink{
+        [&](const Item& held, std::uint32_t oid) {
           forEach(oid,
                   [&](Pending& pending) { pending.outcome.differences = kind_.compare(pending.sent, held); });
         },
@@ -131,7 +146,7 @@ class Pusher {
                   [&](Pending& pending) { pending.outcome.failure = "can't be read back: " + spell(why); });
         },
     };
-    readItems(session_, kind_.type, oids, sink);
+    readItems(session_, kind_, oids, sink);
   }
 
   Session& session_;

@@ -78,6 +78,8 @@ std::string spell(ReadFailure failure) {
       return "the device has no such item";
     case ReadFailure::TooLarge:
       return "too large for the device to send";
+    case ReadFailure::NotSupported:
+      return "the device's platform can't convert it";
     case ReadFailure::Refused:
       break;
   }

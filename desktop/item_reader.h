@@ -21,6 +21,7 @@ std::vector<std::uint32_t> listItems(Session& session, ItemType type);
 enum class ReadFailure {
   NotFound,
   TooLarge,  ///< the device can't send all of the item in one reply
+  NotSupported,
   Refused,
 };
 

@@ -4,6 +4,6 @@
 
 namespace desktop {
 
-const FileFormat kVcardFormat{"vcard", ".vcf", "BEGIN:VCARD", readVcards};
+const FileFormat kVcardFormat{"vcard", ".vcf", "BEGIN:VCARD", nullptr, readVcards};
 
 }  // namespace desktop

@@ -62,6 +62,17 @@ void list(Report& report, desktop::Session& session, desktop::ItemType type, con
   sayChanges(report, changes);
 }
 
+void listNotes(Report& report, desktop::Session& session, const std::u16string& name) {
+  const auto changes = desktop::listNoteChanges(session, name);
+  report.data()["known"] = changes.has_value();
+  if (!changes) {
+    report.remark("the device's notes were never committed: it can't tell yet which of them changed");
+  }
+  const auto found = changes.value_or(std::vector<desktop::Change>());
+  report.data()["changes"] = toJson(found);
+  sayChanges(report, found);
+}
+
 void commit(Report& report, desktop::Session& session, desktop::ItemType type, const std::u16string& name) {
   report.progress("committing; the device makes sure that nothing changes meanwhile");
   desktop::commitChanges(session, type, name);
@@ -76,7 +87,11 @@ void showChanges(Run& run, const Arguments& arguments) {
   run.report.data() = {{"type", arguments.type}, {"contract", arguments.contract}};
   if (arguments.forget) return forget(run.report, session, type, name);
   run.report.data()["committed"] = false;
-  list(run.report, session, type, name);
+  if (type == desktop::ItemType::Note) {
+    listNotes(run.report, session, name);
+  } else {
+    list(run.report, session, type, name);
+  }
   if (arguments.commit) commit(run.report, session, type, name);
 }
 

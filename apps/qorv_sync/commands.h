@@ -19,6 +19,7 @@ Action definePull(CLI::App& command);
 Action defineDelete(CLI::App& command);
 Action definePut(CLI::App& command);
 Action defineGet(CLI::App& command);
+Action defineTrace(CLI::App& command);
 
 struct CommandRow {
   const char* name;
@@ -37,6 +38,7 @@ inline constexpr std::array kCommands{
     CommandRow{"delete", "Delete items on the device", defineDelete},
     CommandRow{"put", "Copy a file to the device", definePut},
     CommandRow{"get", "Copy a file from the device", defineGet},
+    CommandRow{"trace", "Print the trace messages that arrive from agents", defineTrace},
 };
 
 }  // namespace qorv_sync

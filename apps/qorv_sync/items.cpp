@@ -1,18 +1,18 @@
 #include "apps/qorv_sync/items.h"
 
-#include "desktop/item_reader.h"
+#include "desktop/kind_reader.h"
 
 namespace qorv_sync {
 
 void readItems(Run& run, desktop::Session& session, const desktop::ItemKind& kind,
                std::span<const std::uint32_t> oids, const ItemUse& use) {
-  const desktop::ItemSink sink{
-      [&](desktop::WireReader& record, std::uint32_t oid) { use(kind.read(record, oid), oid); },
+  const desktop::KindSink sink{
+      use,
       [&](std::uint32_t oid, desktop::ReadFailure why) {
         run.report.fail(std::string(kind.singular) + " " + std::to_string(oid) + ": " + desktop::spell(why));
       },
   };
-  desktop::readItems(session, kind.type, oids, sink);
+  desktop::readItems(session, kind, oids, sink);
 }
 
 }  // namespace qorv_sync

@@ -1,4 +1,4 @@
-// qorv-sync: carries contacts, calendars, tasks and files between this computer and a device.
+// qorv-sync: carries contacts, calendars, tasks, notes and files between this computer and a device.
 
 #include <iostream>
 
@@ -6,7 +6,7 @@
 
 int main(int argc, char** argv) {
   using namespace qorv_sync;
-  CLI::App app("Carries contacts, calendars, tasks and files between this computer and a device.",
+  CLI::App app("Carries contacts, calendars, tasks, notes and files between this computer and a device.",
                "qorv-sync");
   Options options;
   Action chosen;

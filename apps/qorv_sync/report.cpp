@@ -20,6 +20,10 @@ void Report::say(std::string_view line) {
   if (!isJson_) std::cout << desktop::onOneLine(line) << '\n';
 }
 
+void Report::flush() {
+  std::cout.flush();
+}
+
 void Report::print(std::string_view text) {
   clearProgress();
   if (!isJson_) std::cout << text;

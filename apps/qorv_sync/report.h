@@ -26,6 +26,9 @@ class Report {
   /// A line of the account for people.
   void say(std::string_view line);
 
+  /// Shows what was said at once, also where standard output is no terminal.
+  void flush();
+
   /// Text of the account for people, as it stands.
   void print(std::string_view text);
 

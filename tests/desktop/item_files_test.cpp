@@ -47,7 +47,7 @@ TEST_F(ItemFiles, ofAFolderAreReadInTheOrderOfTheirNames) {
 TEST_F(ItemFiles, mustBeThereAndBeCalendars) {
   const auto good = folder.write("good.ics", calendar("A"));
   EXPECT_THROW(read({good, folder / "none.ics"}), InputError);
-  EXPECT_THROW(read({good, folder.write("bad.txt", "no calendar")}), InputError);
+  EXPECT_THROW(read({good, folder.write("bad.dat", "no calendar")}), InputError);
   std::filesystem::create_directory(folder / "empty");
   EXPECT_THROW(read({folder / "empty"}), InputError);
 }
@@ -77,7 +77,7 @@ TEST_F(ItemFiles, goInAFolderOfTheirOwn) {
 }
 
 TEST_F(ItemFiles, withoutANameThatTellsTheirFormatAreKnownByTheirFirstLine) {
-  EXPECT_EQ(formatByName("a.txt"), nullptr);
+  EXPECT_EQ(formatByName("a.dat"), nullptr);
   EXPECT_EQ(&formatOf("a.txt", "\xEF\xBB\xBF\r\nbegin:vcalendar\r\n"), &kCalendarFormat);
   EXPECT_EQ(formatByName("a.Ics"), &kCalendarFormat);
 }

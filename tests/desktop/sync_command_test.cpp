@@ -20,7 +20,8 @@ std::string list(const std::string& oids, int count) {
 
 /// The lists of the other types that a pull asks for: nothing there.
 const std::string kNoContacts = "> 0D 01\n< 01 00 u32:0 00\n";
-const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n" + kNoContacts;
+const std::string kNoContactsAndNotes = kNoContacts + "> 0D 05\n< 01 00 u32:0 00\n";
+const std::string kNoOthers = "> 0D 03\n< 01 00 u32:0 00\n" + kNoContactsAndNotes;
 
 /// The eleven fields of an appointment without any reminder, as the device sends them.
 std::string recordAt(const std::string& start, const std::string& end, int oid, const std::string& subject,
@@ -263,7 +264,7 @@ TEST_F(SyncCommand, showPrintsATaskAsACalendarFile) {
 TEST_F(SyncCommand, pullGoesOnWithTheOtherTypesWhenOneCannotBeListed) {
   EXPECT_EQ(run("pull .", kIdentity + "> 0D 02\n< 00 00 u32:0 00\n" + "> 0D 03\n< 01 00 u32:1 00 u32:21\n" +
                               "> 10 03 u32:1 u32:21\n< 01 00 u32:1 0A " +
-                              taskRecord(21, kTuesday, "File", 0) + "\n" + kNoContacts + kEnd),
+                              taskRecord(21, kTuesday, "File", 0) + "\n" + kNoContactsAndNotes + kEnd),
             1);
   EXPECT_EQ(out, "./tasks/21.ics\n1 written, 0 unchanged\n");
   EXPECT_EQ(err, "qorv-sync: appointments: the device can't list all its items\n");

@@ -1,0 +1,40 @@
+// Text files as a format of files that notes are kept in: UTF-8, the file's name is the note's.
+#include <filesystem>
+
+#include "desktop/file_format.h"
+#include "desktop/icalendar_text.h"
+#include "desktop/input_error.h"
+#include "desktop/text.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::u16string contentOf(std::string_view text) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  if (text.find('\0') != std::string_view::npos)
+    throw InputError("has a NUL, where a text ends on the device");
+  return withDeviceLineEnds(toUtf16(text));
+}
+
+FileItems readNoteFile(std::string_view text, const std::string& fileName) {
+  FileItems result;
+  try {
+    Note note;
+    note.name = toUtf16(std::filesystem::path(fileName).stem().string());
+    note.content = contentOf(text);
+    result.items.push_back({fileName, "", std::move(note), {}});
+  } catch (const InputError& error) {
+    result.problems.push_back({fileName, error.what()});
+  }
+  return result;
+}
+
+}  // namespace
+
+// Text files are everybody's: of a folder's only those are taken that lie where notes are kept.
+const FileFormat kNoteFormat{"text", ".txt", nullptr, "notes", readNoteFile};
+
+}  // namespace desktop
