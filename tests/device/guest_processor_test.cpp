@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "emulator/arm/traps.h"
 #include "emulator/session/session_error.h"
 #include "tests/device/loaded_library.h"
 #include "tests/device/tiny_library.h"
@@ -92,15 +93,17 @@ TEST_F(GuestProcessor, watchesTheRegistersThatALibraryHasToKeep) {
 }
 
 TEST_F(GuestProcessor, callsMembersOfAnObjectInTheOrderOfTheirSlots) {
-  // The stream's Write, slot 4, of the four bytes at the instruction after next: ldr r0, [sp, #4] (behind the link);
-  // ldr r12, [r0]; mov r1, pc; mov r2, #4; mov r3, #0; mov lr, pc; ldr pc, [r12, #16].
-  const std::string file = write({.session = {kPushLink, 0xE59D0004, 0xE590C000, 0xE1A0100F, 0xE3A02004,
-                                              0xE3A03000, kLinkBehindNext, 0xE59CF010, kPopAndReturn}});
+  // The stream's Write, slot 4, of the four bytes at the instruction after next, with room for their count:
+  // sub sp, sp, #4; ldr r0, [sp, #8] (behind the link); ldr r12, [r0]; mov r1, pc; mov r2, #4; mov r3, sp;
+  // mov lr, pc; ldr pc, [r12, #16]; add sp, sp, #4.
+  const std::string file =
+      write({.session = {kPushLink, 0xE24DD004, 0xE59D0008, 0xE590C000, 0xE1A0100F, 0xE3A02004, 0xE1A0300D,
+                         kLinkBehindNext, 0xE59CF010, 0xE28DD004, kPopAndReturn}});
   LoadedLibrary loaded(file);
   ScriptedStream stream{Bytes()};
   EXPECT_EQ(loaded.agent->serve(&stream), 0);
   ASSERT_EQ(stream.writes().size(), 1u);
-  EXPECT_EQ(stream.writes()[0], hex("00 30 a0 e3")) << "pc reads as two instructions on: mov r3, #0";
+  EXPECT_EQ(stream.writes()[0], hex("0d 30 a0 e1")) << "pc reads as two instructions on: mov r3, sp";
 }
 
 struct Wild {
@@ -120,17 +123,17 @@ INSTANTIATE_TEST_SUITE_P(
     Instructions, WildLibrary,
     testing::Values(
         // mov r1, #0; ldr r0, [r1]
-        Wild{"readsAtNull", {.session = {0xE3A01000, 0xE5910000, kReturn}}, "at 0x01a41004"},
+        Wild{"readsAtNull", {.session = {0xE3A01000, 0xE5910000, kReturn}}, "at 0x00000000, near 0x01a410"},
         // str r0, [pc]
-        Wild{"writesIntoItsCode", {.session = {0xE58F0000, kReturn}}, "at 0x01a41000"},
+        Wild{"writesIntoItsCode", {.session = {0xE58F0000, kReturn}}, "at 0x01a41008, near 0x01a41000"},
         // mov pc, sp
         Wild{"runsItsStack", {.session = {0xE1A0F00D}}, "at 0x600"},
         // str r0, [sp, #-4]!; b the same
-        Wild{"overflowsItsStack", {.session = {0xE52D0004, 0xEAFFFFFD}}, "at 0x01a41000"},
+        Wild{"overflowsItsStack", {.session = {0xE52D0004, 0xEAFFFFFD}}, "at 0x5ffffffc"},
         // mov r0, #0x12000000; mov pc, r0
         Wild{"jumpsNowhere", {.session = {0xE3A00412, 0xE1A0F000}}, "at 0x12000000"},
         // the processor's undefined instruction
-        Wild{"runsWhatIsNoInstruction", {.session = {0xE7F000F0}}, "at 0x01a41000"}),
+        Wild{"runsWhatIsNoInstruction", {.session = {0xE7F000F0}}, "at 0x01a41000, near 0x01a41000"}),
     [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -156,12 +159,55 @@ INSTANTIATE_TEST_SUITE_P(
         Wild{"freesWhatIsNoBlock",
              {.session = {kTakeSlots, 0xE3A00412, kCallFirstImport}, .imports = {"free"}},
              "frees what is no block"},
+        // CompareFileTime(0, 0): mov r0, #0; mov r1, #0
+        Wild{"givesNothingWhereAValueIsNeeded",
+             {.session = {kTakeSlots, 0xE3A00000, 0xE3A01000, kCallFirstImport},
+              .imports = {"CompareFileTime"}},
+             "CompareFileTime: a value is needed where the library gives none"},
         // The stream's Release twice; the first leaves nothing.
         Wild{"callsAnObjectThatIsGone",
              {.session = {kPushLink, 0xE59D0004, kTakeVtable, kLinkBehindNext, kCallRelease, 0xE59D0004,
                           kTakeVtable, kLinkBehindNext, kCallRelease, kPopAndReturn}},
              "calls an object that is not there"}),
     [](const auto& each) { return std::string(each.param.name); });
+
+/// Every function of the platform with the same word for each argument, of which none takes more than twelve.
+class EveryFunction : public GuestProcessor, public testing::WithParamInterface<std::uint32_t> {
+ protected:
+  static TinyLibrary calling(std::string_view name) {
+    // sub sp, sp, #32
+    Code code{kTakeSlots, kPushLink, 0xE24DD020};
+    // mov r0, VALUE to mov r3, VALUE: the register's number stands in bits 12 to 15, the value in those below.
+    for (std::uint32_t number = 0; number < 4; ++number)
+      code.push_back(0xE3A00000 | number << 12 | GetParam());
+    // str r0, [sp, #0] to str r0, [sp, #28]
+    for (std::uint32_t offset = 0; offset < 32; offset += 4) code.push_back(0xE58D0000 | offset);
+    // add sp, sp, #32
+    code.insert(code.end(), {kLinkBehindNext, kCallFirstImport, 0xE28DD020, kPopAndReturn});
+    return {.session = code, .imports = {std::string(name)}};
+  }
+};
+
+TEST_P(EveryFunction, returnsOrEndsTheSession) {
+  std::size_t ended = 0;
+  std::size_t returned = 0;
+  for (const emulator::arm::Trap& trap : emulator::arm::platformTraps()) {
+    if (trap.interface != nullptr) continue;
+    SCOPED_TRACE(trap.name);
+    try {
+      run(calling(trap.name));
+      ++returned;
+    } catch (const SessionError& error) {
+      EXPECT_THAT(error.what(), HasSubstr("tiny.dll: " + std::string(trap.name) + ": "));
+      ++ended;
+    }
+  }
+  EXPECT_GT(ended, 5u);
+  EXPECT_GT(returned, 20u);
+}
+
+// Null, and 0x12000000, where the library has nothing.
+INSTANTIATE_TEST_SUITE_P(Arguments, EveryFunction, testing::Values(0x000u, 0x412u));
 
 }  // namespace
 }  // namespace test
