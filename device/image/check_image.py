@@ -23,9 +23,20 @@ def _moved_words(image: Image, moved: Image) -> list[int]:
     return [place for place in range(_PAGE, end, 4) if image.word(place) != moved.word(place)]
 
 
+def _unwinding(program: Program) -> list[str]:
+    """Without its table's exact bounds the run time finds no handler, and every exception ends the program."""
+    table = program.section(".ARM.exidx")
+    if table is None:
+        return ["there is no unwinding table"]
+    bounds = program.address("__exidx_start"), program.address("__exidx_end")
+    if bounds != (table.address, table.end):
+        return [f"the unwinding table lies at {table.address:#x}, its bounds say {bounds[0]:#x} to {bounds[1]:#x}"]
+    return []
+
+
 def findings(program: Program, image: Image, moved: Image, known: dict[str, str], size: int) -> list[str]:
     """What is wrong, one line each."""
-    result = forbidden(program)
+    result = forbidden(program) + _unwinding(program)
     if _moved_words(image, moved) != image.relocations():
         result.append("the words that another base changes are not those that the relocations name")
     if sorted(image.exports()) != sorted(EXPORTS):

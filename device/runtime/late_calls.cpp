@@ -45,18 +45,18 @@ FARPROC entry(Function* function) {
   return reinterpret_cast<FARPROC>(function);
 }
 
-const LateCall kLateCalls[] = {
-    {u"CeCreateDatabaseEx2", late_CeCreateDatabaseEx2, entry(&createDatabaseMissing)},
-    {u"CeOpenDatabaseEx2", late_CeOpenDatabaseEx2, entry(&openDatabaseMissing)},
-    {u"CeOidGetInfoEx2", late_CeOidGetInfoEx2, entry(&objectInfoMissing)},
-};
-
 }  // namespace
 
 void bindLateCalls() {
+  // Not a static object: those are made later, and may want these calls.
+  const LateCall lateCalls[] = {
+      {u"CeCreateDatabaseEx2", late_CeCreateDatabaseEx2, entry(&createDatabaseMissing)},
+      {u"CeOpenDatabaseEx2", late_CeOpenDatabaseEx2, entry(&openDatabaseMissing)},
+      {u"CeOidGetInfoEx2", late_CeOidGetInfoEx2, entry(&objectInfoMissing)},
+  };
   // The library that everything is in: it is loaded already, and the reference is given back at once.
   HMODULE const core = LoadLibraryW(u"coredll.dll");
-  for (const LateCall& call : kLateCalls) {
+  for (const LateCall& call : lateCalls) {
     FARPROC const found = core == nullptr ? nullptr : GetProcAddressW(core, call.name);
     call.slot = found == nullptr ? call.substitute : found;
   }

@@ -16,6 +16,12 @@ constexpr const char* kExport = "rsCeApiMgr";
   throw SessionError(file.string() + ": the agent can't be loaded: " + reason);
 }
 
+std::uint32_t carryTrap(Border& border, const Trap& trap, const ArgumentWords& words) try {
+  return trap.carry(border, trap, words);
+} catch (const GuestFault& fault) {
+  throw GuestFault(std::string(trap.name) + ": " + fault.what());
+}
+
 /// The first trap is the processor's own.
 constexpr GuestAddress addressOfTrap(std::size_t index) {
   return trapAddress(index + 1);
@@ -100,8 +106,8 @@ ArmAgent::ArmAgent(GuestSpace& space, const std::filesystem::path& file, HMODULE
                  }),
       border_{space.memory, space.heap, objects_, callbacks_, functionAddresses(traps_)},
       processor_(space.memory, options.processor, [this](std::size_t index) {
-        const Trap& trap = traps_.at(index - 1);
-        return trap.carry(border_, trap, [this](std::size_t word) { return processor_.argument(word); });
+        return carryTrap(border_, traps_.at(index - 1),
+                         [this](std::size_t word) { return processor_.argument(word); });
       }) {
   describeInterfaces(objects_, traps_);
   try {

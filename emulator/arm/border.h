@@ -47,6 +47,16 @@ class Crossing {
       return reinterpret_cast<T*>(border_.memory.at(address, count * sizeof(T), alignof(T)));
     }
   }
+  /// As `direct`, for what the platform fills.
+  template <typename T>
+  T* writable(GuestAddress address, std::size_t count = 1) {
+    if (address == 0) return nullptr;
+    if constexpr (std::is_void_v<T>) {
+      return border_.memory.writableAt(address, count);
+    } else {
+      return reinterpret_cast<T*>(border_.memory.writableAt(address, count * sizeof(T), alignof(T)));
+    }
+  }
   /// A text, of which the NUL is the library's too.
   template <typename Character>
   Character* text(GuestAddress address);

@@ -119,6 +119,7 @@ class Arguments {
     using Pointee = std::remove_pointer_t<T>;
     constexpr Parameter kMeant = kParameter<Place>;
     const std::uint32_t address = word<Place>();
+    if (kMeant.required && address == 0) throw GuestFault("a value is needed where the library gives none");
     if constexpr (!std::is_void_v<Pointee> && !parameter_detail::Complete<Pointee>) {
       return reinterpret_cast<T>(crossing_.opaque(address));
     } else if constexpr (kMeant.shape == Shape::Text) {
@@ -130,9 +131,9 @@ class Arguments {
     } else if constexpr (kMeant.shape == Shape::Counted) {
       return counted<Place>(address);
     } else if constexpr (kMeant.shape == Shape::Fixed) {
-      return crossing_.direct<Pointee>(address, kMeant.number);
+      return shared<Place>(address, kMeant.number);
     } else if constexpr (kSameLayout<Pointee>) {
-      return crossing_.direct<Pointee>(address);
+      return shared<Place>(address, 1);
     } else {
       return copy<Place>(address);
     }
@@ -157,9 +158,20 @@ class Arguments {
       if (count == kToItsNul) return crossing_.text<Pointee>(address);
     }
     if constexpr (std::is_void_v<Pointee> || kSameLayout<Pointee>) {
-      return crossing_.direct<Pointee>(address, count);
+      return shared<Place>(address, count);
     } else {
       return loadArray<std::remove_cv_t<Pointee>>(crossing_, address, count);
+    }
+  }
+
+  /// Bytes that the library and the platform use alike. What the platform fills has to be writable.
+  template <std::size_t Place>
+  ArgumentType<Form, Place> shared(std::uint32_t address, std::size_t count) {
+    using Pointee = std::remove_pointer_t<ArgumentType<Form, Place>>;
+    if constexpr (kParameter<Place>.direction == Direction::In) {
+      return crossing_.direct<Pointee>(address, count);
+    } else {
+      return crossing_.writable<Pointee>(address, count);
     }
   }
 

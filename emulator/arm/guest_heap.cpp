@@ -74,24 +74,36 @@ void GuestHeap::freeText(BSTR text) {
   texts_.erase(found);
 }
 
+/// The host's structures want eight bytes, and the platform lays them out here before the library's.
 void* GuestHeap::allocateBlock(HANDLE heap, std::size_t size) {
-  const GuestAddress block = take(size);
-  if (block == 0) return nullptr;
-  void* const bytes = memory_.at(block, size);
-  blocks_.emplace(bytes, heap);
+  const GuestAddress taken = take(size + skew_);
+  if (taken == 0) return nullptr;
+  void* const bytes = memory_.at(taken + skew_, size);
+  blocks_.emplace(bytes, Block{heap, taken});
   return bytes;
 }
 
 bool GuestHeap::freeBlock(HANDLE heap, void* block) {
   const auto found = blocks_.find(block);
-  if (found == blocks_.end() || found->second != heap) return false;
+  if (found == blocks_.end() || found->second.heap != heap) return false;
+  const GuestAddress taken = found->second.taken;
   blocks_.erase(found);
-  giveBack(*memory_.find(block));
+  giveBack(taken);
+  return true;
+}
+
+bool GuestHeap::failsNow() {
+  if (failures_.first > 1) {
+    --failures_.first;
+    return false;
+  }
+  if (failures_.failed == failures_.count) return false;
+  ++failures_.failed;
   return true;
 }
 
 GuestAddress GuestHeap::allocateOwn(std::size_t size) {
-  if (failingIn_ != 0 && --failingIn_ == 0) return 0;
+  if (failsNow()) return 0;
   const GuestAddress block = take(size);
   if (block == 0) return 0;
   own_.emplace(block, size);

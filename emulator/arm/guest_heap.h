@@ -17,8 +17,8 @@ struct HeapUse {
 
 class GuestHeap final : public PlatformMemory {
  public:
-  /// Blocks begin at addresses that leave `skew`, 0 or 4, divided by eight: the device promises no more than
-  /// four bytes.
+  /// Texts and the library's own blocks begin at addresses that leave `skew`, 0 or 4, divided by eight: the
+  /// device promises no more than four bytes.
   GuestHeap(GuestMemory& memory, GuestAddress start, std::size_t size, GuestAddress skew = 0);
 
   BSTR allocateText(std::u16string_view text) override;
@@ -37,11 +37,21 @@ class GuestHeap final : public PlatformMemory {
   const HeapUse& ownUse() const { return ownUse_; }
   void resetPeak() { ownUse_.peak = ownUse_.now; }
 
-  /// Lets the n-th allocation of the library's own heap from now on fail, and no other; 0: none.
-  void failOwnAllocation(std::uint64_t nth) { failingIn_ = nth; }
+  /// Lets `count` allocations of the library's own heap fail, beginning with the `first` from now on, which
+  /// counts from 1; those after them succeed.
+  void failOwnAllocations(std::uint64_t first, std::uint64_t count) { failures_ = {first, count, 0}; }
+  /// How many have failed since then.
+  std::uint64_t failedOwnAllocations() const { return failures_.failed; }
 
  private:
+  struct Failures {
+    std::uint64_t first = 0;  ///< counted down to 1
+    std::uint64_t count = 0;
+    std::uint64_t failed = 0;
+  };
+
   GuestAddress take(std::size_t size);
+  bool failsNow();
   void giveBack(GuestAddress block);
 
   GuestMemory& memory_;
@@ -49,10 +59,14 @@ class GuestHeap final : public PlatformMemory {
   std::map<GuestAddress, std::size_t> free_;             ///< runs of free bytes
   std::unordered_map<GuestAddress, std::size_t> taken_;  ///< sizes of what is given out, rounded
   std::unordered_map<BSTR, GuestAddress> texts_;
-  std::unordered_map<void*, HANDLE> blocks_;
+  struct Block {
+    HANDLE heap;
+    GuestAddress taken;
+  };
+  std::unordered_map<void*, Block> blocks_;
   std::unordered_map<GuestAddress, std::size_t> own_;  ///< sizes as asked
   HeapUse ownUse_;
-  std::uint64_t failingIn_ = 0;
+  Failures failures_;
 };
 
 }  // namespace emulator::arm

@@ -5,14 +5,19 @@
 #include <iterator>
 #include <span>
 
+#include "emulator/arm/guest_memory.h"
+
 namespace emulator::arm {
 
 namespace {
 
+constexpr std::uint16_t kLetters = 'M' | 'Z' << 8;
 constexpr std::uint16_t kMachineArm = 0x01C0;
 constexpr std::uint16_t kPe32 = 0x010B;
 /// No library for such a device comes near it.
 constexpr std::uint32_t kLargestImage = 16u << 20;
+/// Names of calls and libraries; a file that is no library may hold none that ends.
+constexpr std::size_t kLongestName = 256;
 constexpr std::uint32_t kMemoryExecute = 0x20000000;
 constexpr std::uint32_t kMemoryWrite = 0x80000000;
 constexpr std::size_t kExports = 0;
@@ -40,7 +45,10 @@ class Bytes {
   }
   std::string text(std::size_t place) const {
     std::string result;
-    for (char c = at<char>(place); c != '\0'; c = at<char>(++place)) result.push_back(c);
+    for (char c = at<char>(place); c != '\0'; c = at<char>(++place)) {
+      if (result.size() == kLongestName) throw ImageError("a name in it has no end");
+      result.push_back(c);
+    }
     return result;
   }
 
@@ -55,7 +63,7 @@ struct Headers {
 };
 
 Headers readHeaders(const Bytes& file) {
-  if (file.text(0).substr(0, 2) != "MZ") throw ImageError("it is no portable executable");
+  if (file.half(0) != kLetters) throw ImageError("it is no portable executable");
   const std::size_t header = file.word(0x3C);
   if (file.word(header) != 0x00004550) throw ImageError("it is no portable executable");
   if (file.half(header + 4) != kMachineArm) throw ImageError("it is not for the ARM processor");
@@ -71,6 +79,19 @@ std::uint32_t directorySize(const Bytes& file, const Headers& headers, std::size
   return number < file.word(headers.optional + 92) ? file.word(headers.optional + 100 + 8 * number) : 0;
 }
 
+bool overlap(const ImageSection& one, const ImageSection& other) {
+  return one.place < other.place + wholePages(other.size) && other.place < one.place + wholePages(one.size);
+}
+
+void addSection(PeImage& image, const ImageSection& section) {
+  if (section.size == 0 || section.place % kPageSize != 0)
+    throw ImageError("a section does not fill pages of its own");
+  for (const ImageSection& other : image.sections) {
+    if (overlap(section, other)) throw ImageError("a section does not fill pages of its own");
+  }
+  image.sections.push_back(section);
+}
+
 void loadSection(PeImage& image, const Bytes& file, std::size_t header) {
   const std::uint32_t size = file.word(header + 8);
   const std::uint32_t place = file.word(header + 12);
@@ -81,7 +102,7 @@ void loadSection(PeImage& image, const Bytes& file, std::size_t header) {
   }
   const auto data = file.slice(file.word(header + 20), stored);
   std::copy(data.begin(), data.end(), image.bytes.begin() + place);
-  image.sections.push_back({place, size, (flags & kMemoryExecute) != 0, (flags & kMemoryWrite) != 0});
+  addSection(image, {place, size, (flags & kMemoryExecute) != 0, (flags & kMemoryWrite) != 0});
 }
 
 void readImports(PeImage& image, std::size_t descriptor) {

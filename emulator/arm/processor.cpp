@@ -60,6 +60,11 @@ void countBlock(uc_engine*, std::uint64_t address, std::uint32_t size, void* cou
   if (address < kTraps) *static_cast<std::uint64_t*>(counter) += size / 4;
 }
 
+bool noteRefused(uc_engine*, uc_mem_type, std::uint64_t address, int, std::int64_t, void* refused) {
+  *static_cast<std::optional<GuestAddress>*>(refused) = static_cast<GuestAddress>(address);
+  return false;
+}
+
 /// Unicorn takes every callback as the same kind of pointer.
 template <typename Callback>
 void* asHook(Callback* callback) {
@@ -97,6 +102,7 @@ void Processor::addHooks() {
   const GuestAddress last = trapAddress(kMostTraps) - 1;
   check(uc_hook_add(engine_.get(), &hook, UC_HOOK_CODE, asHook(&stopAtTrap), nullptr, kTraps, last));
   check(uc_hook_add(engine_.get(), &hook, UC_HOOK_BLOCK, asHook(&countBlock), &instructions_, 1, 0));
+  check(uc_hook_add(engine_.get(), &hook, UC_HOOK_MEM_INVALID, asHook(&noteRefused), &refused_, 1, 0));
 }
 
 std::uint32_t Processor::read(int registerId) const {
@@ -180,9 +186,11 @@ void Processor::serveTrap(std::size_t index) {
 }
 
 void Processor::fail(int error) {
+  const GuestAddress place = read(UC_ARM_REG_PC);
+  // Within a run of instructions the emulation does not keep the place, so it is near there only.
   char text[96];
-  std::snprintf(text, sizeof text, " at 0x%08x, called from 0x%08x", read(UC_ARM_REG_PC),
-                read(UC_ARM_REG_LR));
+  std::snprintf(text, sizeof text, " at 0x%08x, near 0x%08x, called from 0x%08x", refused_.value_or(place),
+                place, read(UC_ARM_REG_LR));
   throw GuestFault(std::string("the processor can't go on: ") + uc_strerror(static_cast<uc_err>(error)) +
                    text);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 
 #include "emulator/arm/guest_memory.h"
@@ -73,6 +74,7 @@ class Processor {
   std::unique_ptr<uc_struct, Closer> engine_;
   GuestAddress stackTop_;
   std::uint64_t instructions_ = 0;
+  std::optional<GuestAddress> refused_;  ///< where the library may not read, write or run
   std::size_t depth_ = 0;
 };
 

@@ -37,7 +37,7 @@ using RegistryFunctions =
 
 using SystemFunctions = CallList<Call<&::GetLastError>,                                       //
                                  Call<&::SetLastError>,                                       //
-                                 Call<&::GetVersionExW>,                                      //
+                                 Call<&::GetVersionExW, required(out(0))>,                    //
                                  Call<&::LocalAlloc>,                                         //
                                  Call<&::LocalFree, returnsArgumentOnFailure(0), closes(0)>,  //
                                  Call<&::GetProcessHeap>,                                     //
@@ -49,11 +49,11 @@ using SystemFunctions = CallList<Call<&::GetLastError>,                         
                                  Call<&::GetModuleFileNameW, out(1, countedBy(2))>,           //
                                  Call<&::CreateProcessW>>;
 
-using TimeFunctions = CallList<Call<&::GetTimeZoneInformation, kReturnsAllOnes>,  //
-                               Call<&::FileTimeToSystemTime>,                     //
-                               Call<&::SystemTimeToFileTime>,                     //
-                               Call<&::CompareFileTime>,                          //
-                               Call<&::GetTickCount>,                             //
+using TimeFunctions = CallList<Call<&::GetTimeZoneInformation, required(out(0)), kReturnsAllOnes>,  //
+                               Call<&::FileTimeToSystemTime, required(in(0)), required(out(1))>,    //
+                               Call<&::SystemTimeToFileTime, required(in(0)), required(out(1))>,    //
+                               Call<&::CompareFileTime, required(in(0)), required(in(1))>,          //
+                               Call<&::GetTickCount>,                                               //
                                Call<&::Sleep>>;
 
 /// The C library declares a function of this name for its own wide character.
@@ -64,7 +64,7 @@ using TextFunctions = CallList<Call<&::WideCharToMultiByte, in(2, countedBy(3)),
                                Call<&::_wcsicmp>,            //
                                Call<&::_memicmp, in(0, countedBy(2)), in(1, countedBy(2))>, Call<kWcstol>>;
 
-using WindowFunctions = CallList<Call<&::RegisterClassW>,                       //
+using WindowFunctions = CallList<Call<&::RegisterClassW, required(in(0))>,      //
                                  Call<&::FindWindowW>,                          //
                                  Call<&::CreateWindowExW>,                      //
                                  Call<&::DestroyWindow, closes(0)>,             //

@@ -42,6 +42,7 @@ struct Parameter {
       0;  ///< the place of the argument that counts or tells the kind; for Fixed the elements
   std::size_t recordCount =
       kNoPlace;  ///< the place of the argument that counts the property values at the start of a Block
+  bool required = false;  ///< the platform looks behind the pointer without asking whether there is one
 };
 
 struct Extent {
@@ -74,6 +75,10 @@ constexpr Parameter out(std::size_t place, Extent extent = {}) {
 }
 constexpr Parameter inOut(std::size_t place, Extent extent = {}) {
   return {place, Direction::InOut, extent.shape, extent.number, extent.recordCount};
+}
+constexpr Parameter required(Parameter parameter) {
+  parameter.required = true;
+  return parameter;
 }
 constexpr Parameter inInterface(std::size_t place) {
   return {place, Direction::In, Shape::Interface};

@@ -11,6 +11,7 @@
 #include <string>
 #include <sys/wait.h>
 
+#include "tests/apps/agent_option.h"
 #include "tests/emulator/temporary_folder.h"
 
 /// A fresh emulated device in a folder of its own, in a zone with summer time.
@@ -33,7 +34,9 @@ class Journey : public testing::Test {
     ASSERT_EQ(run("'" QORV_DEVICE "' create " + device + " --time-zone Europe/Berlin"), 0) << err_;
   }
   int sync(const std::string& arguments, const std::string& device = "device") {
-    return run("'" QORV_SYNC "' --exec \"'" QORV_DEVICE "' serve " + device + " --stdio\" " + arguments);
+    std::string serve = "'" QORV_DEVICE "' serve " + device + " --stdio";
+    for (const std::string& option : agentOption()) serve += " '" + option + "'";
+    return run("'" QORV_SYNC "' --exec \"" + serve + "\" " + arguments);
   }
 
   static std::string read(const std::filesystem::path& path) {

@@ -1,15 +1,18 @@
 // qorv-device serve as a person and a desktop meet it, with the real agent.
+#include <algorithm>
 #include <arpa/inet.h>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "tests/apps/agent_option.h"
 #include "tests/apps/serve_process.h"
 
 namespace serve_test {
@@ -66,6 +69,8 @@ class Serve : public ::testing::Test {
 
   std::vector<std::string> command(std::vector<std::string> options) const {
     std::vector<std::string> line{QORV_DEVICE, "serve", device_};
+    if (std::ranges::find(options, "--agent") == options.end())
+      std::ranges::copy(agentOption(), std::back_inserter(line));
     line.insert(line.end(), options.begin(), options.end());
     return line;
   }
