@@ -115,6 +115,18 @@ TEST(Processor, keepsACallsArgumentsWhileItCallsTheLibraryBack) {
   EXPECT_EQ(seen, (std::vector<std::uint32_t>{9, 1, 2, 3, 4}));
 }
 
+TEST_F(GuestProcessor, countsEveryInstruction) {
+  // mov r1, #100; 100 times subs r1, r1, #1 and bne; mov r0, #1; mov pc, lr
+  const TinyLibrary library{.session = {0xE3A01064, 0xE2511001, 0x1AFFFFFD, kReturnOne, kReturn}};
+  LoadedLibrary loaded(write(library));
+  EXPECT_EQ(loaded.agent->instructions(), 2u) << "the entry's";
+  ScriptedStream stream{Bytes()};
+  for (std::uint64_t session = 1; session <= 3; ++session) {
+    EXPECT_EQ(loaded.agent->serve(&stream), 1);
+    EXPECT_EQ(loaded.agent->instructions(), 2 + session * (1 + 2 * 100 + 2));
+  }
+}
+
 TEST_F(GuestProcessor, relocatesAddressesThatStandInTheImage) {
   // ldr r0, [pc] reads the word behind the return, at 8, which a relocation of kind 3 names.
   const TinyLibrary library{.session = {0xE59F0000, kReturn, 0x10002000}, .relocations = {0x3008, 0}};
