@@ -8,6 +8,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "bench/sample_contact.h"
 #include "bench/served_process.h"
 #include "bench/temporary_folder.h"
 #include "desktop/item_push.h"
@@ -25,50 +26,6 @@ constexpr desktop::Seconds kTimeout{60};
 using Clock = std::chrono::steady_clock;
 using Microseconds = std::chrono::duration<double, std::micro>;
 
-std::u16string numbered(std::u16string_view text, int number) {
-  const std::string digits = std::to_string(number);
-  return std::u16string(text) + std::u16string(digits.begin(), digits.end());
-}
-
-/// A contact as people have them: a dozen fields.
-desktop::Contact contact(int number) {
-  desktop::Contact made;
-  made.firstName = numbered(u"Ann ", number);
-  made.lastName = numbered(u"Lee ", number);
-  made.company = u"Acme";
-  made.jobTitle = u"Head of Research";
-  made.email1 = numbered(u"ann@example.org/", number);
-  made.mobilePhone = numbered(u"+44 7700 ", number);
-  made.homePhone = numbered(u"+44 1904 ", number);
-  made.homeStreet = numbered(u"Mill Lane ", number);
-  made.homeCity = u"York";
-  made.homePostalCode = u"YO1 7AA";
-  made.categories = u"Business,Climbing";
-  made.body = u"Met at the fair in Leeds.\r\nSend the prints by post.";
-  return made;
-}
-
-/// The properties that the contact has on the device.
-void putAll(emulator::Device& device, emulator::ItemRecord& record, const desktop::Contact& contact) {
-  using emulator::contactProperty;
-  const auto put = [&](std::size_t place, const std::u16string& text) {
-    if (device.objectModel.items().put(record, place, text) != 0)
-      throw std::runtime_error("a text was refused");
-  };
-  put(contactProperty("FirstName"), contact.firstName);
-  put(contactProperty("LastName"), contact.lastName);
-  put(contactProperty("CompanyName"), contact.company);
-  put(contactProperty("JobTitle"), contact.jobTitle);
-  put(contactProperty("Email1Address"), contact.email1);
-  put(contactProperty("MobileTelephoneNumber"), contact.mobilePhone);
-  put(contactProperty("HomeTelephoneNumber"), contact.homePhone);
-  put(contactProperty("HomeAddressStreet"), contact.homeStreet);
-  put(contactProperty("HomeAddressCity"), contact.homeCity);
-  put(contactProperty("HomeAddressPostalCode"), contact.homePostalCode);
-  put(contactProperty("Categories"), contact.categories);
-  put(contactProperty("Body"), contact.body);
-}
-
 /// Microseconds for each contact that the store inserts by itself, changes recorded as in a session.
 double insertedByTheStore() {
   const TemporaryFolder folder;
@@ -79,7 +36,7 @@ double insertedByTheStore() {
   const auto start = Clock::now();
   for (int i = 0; i < kContacts; ++i) {
     auto item = items.make(emulator::ObjectKind::Contact);
-    putAll(device, item.properties, contact(i));
+    putSample(device, item.properties, sampleContact(i));
     if (items.add(item) != 0) throw std::runtime_error("a contact was refused");
     if (i % kCommitted == kCommitted - 1) device.commit();
   }
@@ -96,7 +53,7 @@ struct PushTimes {
 PushTimes pushed() {
   const ServedProcess served([](emulator::Device&) {});
   std::vector<desktop::FileItem> items;
-  for (int i = 0; i < kContacts; ++i) items.push_back({"book.vcf", {}, contact(i), {}});
+  for (int i = 0; i < kContacts; ++i) items.push_back({"book.vcf", {}, sampleContact(i), {}});
   PushTimes times;
   const auto watch = [&](const desktop::Exchange& exchange) {
     const double took = static_cast<double>(exchange.duration.count()) / kContacts;

@@ -91,6 +91,10 @@ class Arguments {
     }
   }
 
+  static void requireValue(std::uint32_t address) {
+    if (address == 0) throw GuestFault("a value is needed where the library gives none");
+  }
+
   template <std::size_t Place>
   ArgumentType<Form, Place> argument() {
     using T = ArgumentType<Form, Place>;
@@ -99,6 +103,7 @@ class Arguments {
       const std::uint64_t high = words_(firstWord_ + wordsBefore<Form, Place>() + 1);
       return std::bit_cast<T>(low | high << 32);
     } else if constexpr (std::is_reference_v<T>) {
+      requireValue(word<Place>());
       return *crossing_.direct<std::remove_reference_t<T>>(word<Place>());
     } else if constexpr (std::is_pointer_v<T>) {
       return pointer<Place>();
@@ -119,7 +124,7 @@ class Arguments {
     using Pointee = std::remove_pointer_t<T>;
     constexpr Parameter kMeant = kParameter<Place>;
     const std::uint32_t address = word<Place>();
-    if (kMeant.required && address == 0) throw GuestFault("a value is needed where the library gives none");
+    if constexpr (kMeant.required) requireValue(address);
     if constexpr (!std::is_void_v<Pointee> && !parameter_detail::Complete<Pointee>) {
       return reinterpret_cast<T>(crossing_.opaque(address));
     } else if constexpr (kMeant.shape == Shape::Text) {
@@ -241,7 +246,7 @@ class Arguments {
   void giveBackStream(LPARAM argument) {
     const auto& stream = *reinterpret_cast<const EDITSTREAM*>(argument);
     crossing_.memory().write(word<Place>() + 4, stream.dwError);
-    Callbacks::endStream(stream);
+    crossing_.callbacks().endStream(stream);
   }
 
   template <std::size_t Place>
