@@ -1,4 +1,4 @@
-"""Shows the device library to readers of other authors: readers_test.py LIBRARY IMPORTS [unittest options]
+"""Shows the device library to readers of other authors: readers_test.py LIBRARY IMPORTS VERSION [unittest options]
 
 What they must find is laid down here and in the table of imports, not taken from the programs that write the library."""
 
@@ -13,6 +13,7 @@ from pathlib import Path
 
 LIBRARY: Path
 IMPORTS: Path
+VERSION: str
 
 # Name and flags: 0x20 code, 0x40 initialised data, 0x02000000 discardable; 0x20000000 execute, 0x40000000 read, 0x80000000 write.
 SECTIONS = {
@@ -20,6 +21,7 @@ SECTIONS = {
     ".rdata": 0x40000040,
     ".data": 0xC0000040,
     ".idata": 0x40000040,
+    ".rsrc": 0x40000040,
     ".reloc": 0x42000040,
 }
 # ARM, subsystem "Windows CE GUI" from version 3.0, an executable image (0x0002) of 32 bits (0x0100) that is a library
@@ -32,6 +34,20 @@ HEADERS = {
     "stamp": 0,
 }
 EXPORTS = ["rsCeApiMgr"]
+
+# Debian's pefile, which belongs to Debian's Python and not to any other that stands before it in the path.
+PEFILE = """
+import json, pefile, sys
+pe = pefile.PE(sys.argv[1])
+fixed = pe.VS_FIXEDFILEINFO[0]
+texts = [table.entries for info in pe.FileInfo[0] if info.Key == b"StringFileInfo" for table in info.StringTable]
+print(json.dumps({
+    "warnings": pe.get_warnings(),
+    "checksum": pe.verify_checksum(),
+    "version": [fixed.FileVersionMS >> 16, fixed.FileVersionMS & 0xFFFF, fixed.FileVersionLS >> 16],
+    "texts": {name.decode(): text.decode() for table in texts for name, text in table.items()},
+}))
+"""
 
 
 class Disagreement(Exception):
@@ -131,6 +147,11 @@ def llvm(library: Path) -> dict:
     }  # fmt: skip
 
 
+def pefile(library: Path) -> dict:
+    """What pefile finds: what it wonders at, whether the checksum is right, the version."""
+    return json.loads(run("/usr/bin/python3", "-c", PEFILE, library))
+
+
 def table(path: Path) -> set[tuple[str, str]]:
     """The calls that the loader may be asked for: library and name."""
     lines = (line.partition("#")[0].split() for line in path.read_text(encoding="utf-8").splitlines())
@@ -178,6 +199,17 @@ class Readers(unittest.TestCase):
         for name in first.keys() & second.keys():
             self.assertEqual(first[name], second[name], name)
 
+    def test_pefile_wonders_at_nothing_and_finds_version_and_checksum(self):
+        self.assertEqual(
+            pefile(LIBRARY),
+            {
+                "warnings": [],
+                "checksum": True,
+                "version": [int(part) for part in VERSION.split(".")],
+                "texts": {"FileDescription": "Synchronisation agent", "FileVersion": VERSION, "ProductName": "Qorv"},
+            },
+        )
+
     def test_the_library_asks_for_what_it_can_t_do_without(self):
         # The one stream comes as an argument; the object model through COM, everything else from the core library.
         found = llvm(LIBRARY)["imports"]
@@ -206,6 +238,11 @@ class Tampering(unittest.TestCase):
                 except Disagreement as refusal:
                     found = [str(refusal)]
                 self.assertNotEqual(found, [])
+
+    def test_one_changed_byte_is_not_what_the_checksum_says(self):
+        self.data[0x2000] ^= 1
+        self.copy.write_bytes(self.data)
+        self.assertFalse(pefile(self.copy)["checksum"])
 
     def test_another_processor(self):
         self.assert_found_out(self.header + 4, struct.pack("<H", 0x01C2))
@@ -236,5 +273,5 @@ class Tampering(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    LIBRARY, IMPORTS = Path(sys.argv[1]), Path(sys.argv[2])
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
+    LIBRARY, IMPORTS, VERSION = Path(sys.argv[1]), Path(sys.argv[2]), sys.argv[3]
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
