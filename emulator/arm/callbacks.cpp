@@ -90,12 +90,13 @@ WNDPROC Callbacks::windowProcedure(GuestAddress function) {
 
 EDITSTREAM Callbacks::stream(std::uint32_t cookie, GuestAddress function) {
   if (function == 0) return {cookie, 0, nullptr};
-  auto stream = std::make_unique<GuestStream>(GuestStream{this, cookie, function});
-  return {reinterpret_cast<DWORD_PTR>(stream.release()), 0, &moveStream};
+  streams_.push_back(std::make_unique<GuestStream>(GuestStream{this, cookie, function}));
+  return {reinterpret_cast<DWORD_PTR>(streams_.back().get()), 0, &moveStream};
 }
 
 void Callbacks::endStream(const EDITSTREAM& stream) {
-  if (stream.pfnCallback == &moveStream) delete reinterpret_cast<GuestStream*>(stream.dwCookie);
+  std::erase_if(streams_,
+                [&](const auto& open) { return reinterpret_cast<DWORD_PTR>(open.get()) == stream.dwCookie; });
 }
 
 DWORD Callbacks::moveStream(DWORD_PTR cookie, BYTE* buffer, LONG count, LONG* moved) {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <span>
+#include <vector>
 
 #include "emulator/arm/guest_heap.h"
 #include "emulator/arm/guest_memory.h"
@@ -28,7 +30,7 @@ class Callbacks {
 
   /// A stream whose callback is the library's. Its cookie belongs to this and lives until `endStream`.
   EDITSTREAM stream(std::uint32_t cookie, GuestAddress function);
-  static void endStream(const EDITSTREAM& stream);
+  void endStream(const EDITSTREAM& stream);
 
  private:
   struct GuestStream;
@@ -39,6 +41,7 @@ class Callbacks {
   GuestMemory& memory_;
   GuestHeap& heap_;
   GuestCall call_;
+  std::vector<std::unique_ptr<GuestStream>> streams_;
 };
 
 }  // namespace emulator::arm

@@ -241,7 +241,7 @@ class Arguments {
   void giveBackStream(LPARAM argument) {
     const auto& stream = *reinterpret_cast<const EDITSTREAM*>(argument);
     crossing_.memory().write(word<Place>() + 4, stream.dwError);
-    Callbacks::endStream(stream);
+    crossing_.callbacks().endStream(stream);
   }
 
   template <std::size_t Place>

@@ -128,6 +128,12 @@ void readExports(PeImage& image, std::size_t directory) {
   }
 }
 
+void addRelocation(PeImage& image, std::size_t place) {
+  if (place + sizeof(std::uint32_t) > image.bytes.size())
+    throw ImageError("a relocation lies outside the image");
+  image.relocations.push_back(static_cast<std::uint32_t>(place));
+}
+
 void readRelocations(PeImage& image, std::size_t place, std::size_t size) {
   const Bytes loaded(image.bytes);
   for (const std::size_t end = place + size; place < end;) {
@@ -139,8 +145,7 @@ void readRelocations(PeImage& image, std::size_t place, std::size_t size) {
       const auto kind = static_cast<std::uint16_t>(value >> 12);
       if (kind == kRelocationNone) continue;
       if (kind != kRelocationWord) throw ImageError("it has a relocation of kind " + std::to_string(kind));
-      image.relocations.push_back(page + (value & 0xFFF));
-      loaded.slice(image.relocations.back(), 4);
+      addRelocation(image, std::size_t{page} + (value & 0xFFF));
     }
     place += length;
   }

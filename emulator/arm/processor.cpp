@@ -18,6 +18,10 @@ constexpr std::array kArgumentRegisters = {UC_ARM_REG_R0, UC_ARM_REG_R1, UC_ARM_
 constexpr std::array kKeptRegisters = {UC_ARM_REG_R4,  UC_ARM_REG_R5,  UC_ARM_REG_R6,
                                        UC_ARM_REG_R7,  UC_ARM_REG_R8,  UC_ARM_REG_R9,
                                        UC_ARM_REG_R10, UC_ARM_REG_R11, UC_ARM_REG_SP};
+/// What the call in whose midst the library is called again goes on with; its arguments too.
+constexpr std::array kContext = {UC_ARM_REG_R0,  UC_ARM_REG_R1,  UC_ARM_REG_R2, UC_ARM_REG_R3, UC_ARM_REG_R4,
+                                 UC_ARM_REG_R5,  UC_ARM_REG_R6,  UC_ARM_REG_R7, UC_ARM_REG_R8, UC_ARM_REG_R9,
+                                 UC_ARM_REG_R10, UC_ARM_REG_R11, UC_ARM_REG_SP, UC_ARM_REG_LR, UC_ARM_REG_PC};
 /// What the platform's functions leave in the registers that they need not keep.
 constexpr std::uint32_t kClobbered = 0xBADC0DE1;
 
@@ -134,31 +138,21 @@ GuestAddress Processor::pushArguments(GuestAddress stack, std::span<const std::u
 }
 
 std::uint32_t Processor::call(GuestAddress function, std::span<const std::uint32_t> arguments) {
-  std::array<std::uint32_t, kKeptRegisters.size()> kept{};
-  for (std::size_t i = 0; i < kept.size(); ++i) kept[i] = read(kKeptRegisters[i]);
-  const std::uint32_t link = read(UC_ARM_REG_LR);
-  const std::uint32_t place = read(UC_ARM_REG_PC);
-
+  const auto interrupted = readAll(kContext);
+  const GuestAddress stackPointer = read(UC_ARM_REG_SP);
   const GuestAddress stack =
-      depth_ == 0 ? stackTop_ : (kept.back() & ~GuestAddress{7}) - 8 + options_.stackSkew;
-  const GuestAddress below = pushArguments(stack, arguments);
-  write(UC_ARM_REG_SP, below);
+      depth_ == 0 ? stackTop_ : (stackPointer & ~GuestAddress{7}) - 8 + options_.stackSkew;
+  write(UC_ARM_REG_SP, pushArguments(stack, arguments));
   write(UC_ARM_REG_LR, trapAddress(kReturnTrap));
-  std::array<std::uint32_t, kKeptRegisters.size()> before{};
-  for (std::size_t i = 0; i < before.size(); ++i) before[i] = read(kKeptRegisters[i]);
+  const auto before = readAll(kKeptRegisters);
 
   ++depth_;
   run(function);
   --depth_;
 
-  for (std::size_t i = 0; i < before.size(); ++i) {
-    if (read(kKeptRegisters[i]) != before[i])
-      throw GuestFault("a function did not keep its caller's registers");
-  }
+  if (readAll(kKeptRegisters) != before) throw GuestFault("a function did not keep its caller's registers");
   const std::uint32_t result = read(UC_ARM_REG_R0);
-  for (std::size_t i = 0; i < kept.size(); ++i) write(kKeptRegisters[i], kept[i]);
-  write(UC_ARM_REG_LR, link);
-  write(UC_ARM_REG_PC, place);
+  for (std::size_t i = 0; i < interrupted.size(); ++i) write(kContext[i], interrupted[i]);
   return result;
 }
 

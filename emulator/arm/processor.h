@@ -1,6 +1,7 @@
 // The emulated ARM processor: runs the library's functions, and stops where it calls the platform.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <memory>
@@ -60,6 +61,12 @@ class Processor {
   };
 
   std::uint32_t read(int registerId) const;
+  template <typename Registers>
+  auto readAll(const Registers& registers) const {
+    std::array<std::uint32_t, std::tuple_size_v<Registers>> values{};
+    std::ranges::transform(registers, values.begin(), [this](int registerId) { return read(registerId); });
+    return values;
+  }
   void write(int registerId, std::uint32_t value);
   void mapRegions();
   void addHooks();

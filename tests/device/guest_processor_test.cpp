@@ -92,6 +92,37 @@ TEST_F(GuestProcessor, watchesTheRegistersThatALibraryHasToKeep) {
   EXPECT_THAT(failureOf({.session = {0xE24DD008, kReturn}}), HasSubstr("did not keep"));
 }
 
+TEST(Processor, keepsACallsArgumentsWhileItCallsTheLibraryBack) {
+  // Passes its own four arguments on to the first function of the platform: mov r12, #0x70000000; add r12, r12, #4;
+  // mov pc, r12.
+  const Code passOn{kPushLink, 0xE3A0C207, 0xE28CC004, kLinkBehindNext, 0xE1A0F00C, kPopAndReturn};
+  // Leaves 9 in r0 to r3.
+  const Code scratch{0xE3A00009, 0xE3A01009, 0xE3A02009, 0xE3A03009, kReturn};
+  constexpr emulator::arm::GuestAddress kPassOn = 0x10000;
+  constexpr emulator::arm::GuestAddress kScratch = 0x10100;
+  emulator::arm::GuestMemory memory;
+  memory.add("code", kPassOn, emulator::arm::kPageSize, emulator::arm::Access::ReadExecute);
+  std::memcpy(memory.at(kPassOn, passOn.size() * 4), passOn.data(), passOn.size() * 4);
+  std::memcpy(memory.at(kScratch, scratch.size() * 4), scratch.data(), scratch.size() * 4);
+
+  std::vector<std::uint32_t> seen;
+  emulator::arm::Processor processor(memory, {}, [&](std::size_t) {
+    seen.push_back(processor.call(kScratch, {}));
+    for (std::size_t i = 0; i < 4; ++i) seen.push_back(processor.argument(i));
+    return 7u;
+  });
+  EXPECT_EQ(processor.call(kPassOn, std::array{1u, 2u, 3u, 4u}), 7u);
+  EXPECT_EQ(seen, (std::vector<std::uint32_t>{9, 1, 2, 3, 4}));
+}
+
+TEST_F(GuestProcessor, relocatesAddressesThatStandInTheImage) {
+  // ldr r0, [pc] reads the word behind the return, at 8, which a relocation of kind 3 names.
+  const TinyLibrary library{.session = {0xE59F0000, kReturn, 0x10002000}, .relocations = {0x3008, 0}};
+  EXPECT_EQ(run(library), 0x01A42000u);
+  EXPECT_EQ(run(library, {.arm = {.base = 0x10000000, .processor = {}}}), 0x10002000u);
+  EXPECT_EQ(run(library, {.arm = {.base = 0x00FF0000, .processor = {}}}), 0x00FF2000u);
+}
+
 TEST_F(GuestProcessor, callsMembersOfAnObjectInTheOrderOfTheirSlots) {
   // The stream's Write, slot 4, of the four bytes at the instruction after next, with room for their count:
   // sub sp, sp, #4; ldr r0, [sp, #8] (behind the link); ldr r12, [r0]; mov r1, pc; mov r2, #4; mov r3, sp;

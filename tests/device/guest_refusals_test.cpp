@@ -62,6 +62,15 @@ TEST_F(GuestRefusals, nameWhatIsWrong) {
   library = sound();
   library.entry = {0xE7F000F0};  // no instruction
   EXPECT_THAT(refusalOf(library.bytes()), testing::HasSubstr("the processor can't go on"));
+  library = sound();
+  library.relocations = {0x3000};
+  library.relocatedPage = 0x3000;  // where the image ends
+  EXPECT_THAT(refusalOf(library.bytes()), EndsWith("a relocation lies outside the image"));
+  library.relocatedPage = 0x2000;
+  library.relocations = {0x3FFD};  // with three bytes left
+  EXPECT_THAT(refusalOf(library.bytes()), EndsWith("a relocation lies outside the image"));
+  library.relocations = {0x2000};  // the lower half of an address
+  EXPECT_THAT(refusalOf(library.bytes()), EndsWith("it has a relocation of kind 2"));
   EXPECT_THAT(refusalOf({'#', '!'}), EndsWith("it is no portable executable"));
   EXPECT_THAT(refusalOf({}), EndsWith("the image is cut short"));
 }

@@ -13,6 +13,7 @@ constexpr std::uint32_t kSlots = kDataPlace + 8;
 constexpr std::uint32_t kDescriptors = kDataPlace + 0x100;
 constexpr std::uint32_t kExports = kDataPlace + 0x200;
 constexpr std::uint32_t kTexts = kDataPlace + 0x300;
+constexpr std::uint32_t kRelocations = kDataPlace + 0x600;
 constexpr std::size_t kCodeInFile = 0x200;
 constexpr std::size_t kDataInFile = 0x1200;
 
@@ -46,7 +47,7 @@ void writeSection(File& file, std::size_t header, const std::string& name, std::
   file.word(header + 36, flags);
 }
 
-void writeHeaders(File& file, std::uint16_t machine) {
+void writeHeaders(File& file, std::uint16_t machine, std::uint32_t relocationSize) {
   constexpr std::size_t kHeader = 0x40;
   constexpr std::size_t kOptional = kHeader + 24;
   file.text(0, "MZ");
@@ -62,6 +63,8 @@ void writeHeaders(File& file, std::uint16_t machine) {
   file.word(kOptional + 92, 16);
   file.word(kOptional + 96, kExports);
   file.word(kOptional + 104, kDescriptors);
+  file.word(kOptional + 136, kRelocations);
+  file.word(kOptional + 140, relocationSize);
   writeSection(file, kOptional + 224, ".text", kCodePlace, kCodeInFile, 0x60000020);
   writeSection(file, kOptional + 264, ".data", kDataPlace, kDataInFile, 0xC0000040);
 }
@@ -93,15 +96,29 @@ void writeImports(File& file, const std::vector<std::string>& names) {
   }
 }
 
+std::uint32_t sizeOfRelocations(const TinyLibrary& library) {
+  if (library.relocations.empty()) return 0;
+  return static_cast<std::uint32_t>(8 + library.relocations.size() * sizeof library.relocations[0]);
+}
+
+void writeRelocations(File& file, const TinyLibrary& library) {
+  const std::size_t at = inFile(kRelocations);
+  file.word(at, library.relocatedPage);
+  file.word(at + 4, sizeOfRelocations(library));
+  for (std::size_t i = 0; i < library.relocations.size(); ++i)
+    file.half(at + 8 + 2 * i, library.relocations[i]);
+}
+
 }  // namespace
 
 std::vector<std::uint8_t> TinyLibrary::bytes() const {
   File file;
-  writeHeaders(file, machine);
+  writeHeaders(file, machine, sizeOfRelocations(*this));
   file.words(kCodeInFile, session);
   file.words(kCodeInFile + kEntryPlace - kCodePlace, entry);
   writeExport(file, exportName);
   writeImports(file, imports);
+  writeRelocations(file, *this);
   return file.take();
 }
 

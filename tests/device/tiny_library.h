@@ -25,6 +25,10 @@ struct TinyLibrary {
   Code session;                        ///< the export's; the import slots lie 0x1008 bytes behind its start
   Code entry = {kReturnOne, kReturn};  ///< for attach and detach
   std::vector<std::string> imports{};  ///< of coredll.dll
+  /// Places of words that hold addresses, all in one page, or what else a relocation says: its kind in the upper
+  /// four bits of sixteen, the place within the page in the others.
+  std::vector<std::uint16_t> relocations{};
+  std::uint32_t relocatedPage = 0x1000;  ///< where the export's code begins
   std::string exportName = "rsCeApiMgr";
   std::uint16_t machine = 0x01C0;
 
