@@ -54,6 +54,15 @@ TEST_F(MailAttachments, areReadIntoTemporaryFiles) {
   EXPECT_EQ(file(found[2]), std::string("\0\1\2", 3));
 }
 
+TEST_F(MailAttachments, onlyTheFirst255AreRead) {
+  Json all = Json::array();
+  for (int i = 0; i < 256; ++i) all.push_back(attachment(std::to_string(i), ""));
+  put(all);
+  const Names found = lines();
+  ASSERT_EQ(found.size(), 2u * 255u);
+  EXPECT_EQ(found.back(), "254");
+}
+
 TEST_F(MailAttachments, callsToReadOneInTheirForm) {
   put(Json::array({attachment("a.txt", "aGk=")}));
   observeCalls();

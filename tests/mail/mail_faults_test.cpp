@@ -27,6 +27,11 @@ Bytes message() {
       .append(mailText(kAttachments, u"1 6 \\a.txt5 a.txt"));
 }
 
+/// An addition and a change.
+Bytes writeList() {
+  return request(15, kMail).u32(2).u8(2).u8(4).u32(7).append(message()).u8(3).u8(4).u32(20).append(message());
+}
+
 struct Case {
   const char* name;
   Bytes request;
@@ -38,7 +43,8 @@ void PrintTo(const Case& each, std::ostream* out) {
 
 /// Giving back is what these do; when they fail what they were given is rightly left.
 bool givesBack(const std::string& call) {
-  static const std::set<std::string> kCalls{"CloseHandle", "LocalFree", "MAPIFreeBuffer", "FreeProws"};
+  static const std::set<std::string> kCalls{"CloseHandle", "RegCloseKey", "LocalFree", "MAPIFreeBuffer",
+                                            "FreeProws"};
   return call.ends_with(".Release") || kCalls.contains(call);
 }
 
@@ -90,6 +96,8 @@ TEST_P(EveryFault, isAnsweredAndLeavesNothing) {
       const std::string first = call + "#" + std::to_string(nth);
       runWith(first + "=0x80004005*1");
       runWith(first + "=0x80004005");
+      // A success without what the call should have given.
+      runWith(first + "=0*1");
       if (HasFatalFailure()) return;
     }
   }
@@ -101,7 +109,12 @@ INSTANTIATE_TEST_SUITE_P(Requests, EveryFault,
                                          Case{"Change", request(3, kMail).u32(20).append(message())},
                                          Case{"Delete", request(4, kMail).u32(21)},
                                          Case{"DeleteAll", request(5, kMail)},
-                                         Case{"Count", request(6, kMail)}, Case{"List", request(13, kMail)}),
+                                         Case{"Count", request(6, kMail)}, Case{"List", request(13, kMail)},
+                                         Case{"Changes", request(11, kMail).text(u"PC")},
+                                         Case{"Commit", request(12, kMail).text(u"PC")},
+                                         Case{"WriteList", writeList()},
+                                         Case{"ReadList", request(16, kMail).u32(3).u32(20).u32(7).u32(21)},
+                                         Case{"DeleteList", request(17, kMail).u32(2).u32(21).u32(7)}),
                          [](const auto& each) { return each.param.name; });
 
 }  // namespace

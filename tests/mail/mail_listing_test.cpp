@@ -86,6 +86,24 @@ TEST_F(MailListing, aNumberInTwoFoldersIsListedOnceAndReadFromTheLaterOne) {
   EXPECT_EQ(read(7).text(kSubject), u"sent");
 }
 
+TEST_F(MailListing, numbersAtTheEndsOfTheirRangeAreMessagesToo) {
+  load({{"Inbox", messages({0, 0x80000000, 0xFFFFFFFF})}});
+  EXPECT_EQ(list(), hex("01 00 03000000 00  00000000 00000080 FFFFFFFF"));
+  EXPECT_EQ(read(0xFFFFFFFF).header.dwordAt(2), 0xFFFFFFFFu);
+  EXPECT_EQ(read(0).header.slice(0, 6), hex("01 00 00000000"));
+  EXPECT_EQ(reply(request(17, kMail).u32(2).u32(0xFFFFFFFF).u32(0)), hex("FFFFFFFF 00000000"));
+  EXPECT_EQ(list(), hex("01 00 01000000 00  00000080"));
+}
+
+TEST_F(MailListing, aListThatJustFitsTheBufferIsWhole) {
+  // (0x36000 - 7) / 4 = 55294 numbers fit.
+  auto& mailbox = device().messaging.mailbox();
+  for (int i = 0; i < 55294; ++i) mailbox.add(emulator::MailFolder::Inbox);
+  const Bytes answer = list();
+  EXPECT_EQ(answer.slice(0, 7), Bytes().u8(1).u8(0).u32(55294).u8(0));
+  EXPECT_EQ(answer.size(), 7u + 4u * 55294u);
+}
+
 TEST_F(MailListing, aListThatDoesNotFitTheBufferEndsWithResultZero) {
   // (0x36000 - 7) / 4 = 55294 numbers fit.
   auto& mailbox = device().messaging.mailbox();

@@ -330,6 +330,32 @@ TEST_F(MessageWrite, entriesOfABatchDoNotInheritFromEachOther) {
   EXPECT_EQ(second["Attachments"], Json::array());
 }
 
+TEST_F(MessageWrite, aBatchEndsAtAnEntryOfAnotherType) {
+  for (const unsigned type : {0u, 1u, 5u, 6u}) {
+    const Bytes answer = reply(request(15, kMail)
+                                   .u32(2)
+                                   .u8(2)
+                                   .u8(4)
+                                   .u32(1)
+                                   .append(mailRecord(0))
+                                   .u8(2)
+                                   .u8(type)
+                                   .u32(2)
+                                   .append(mailRecord(0)));
+    ASSERT_EQ(answer.size(), 12u) << type;
+    EXPECT_EQ(answer.slice(10, 2), hex("00 03")) << type;
+  }
+  EXPECT_EQ(folder("Inbox").size(), 4u);
+}
+
+TEST_F(MessageWrite, aBatchOfFewerEntriesThanItsCountMakesThoseThatAreWhole) {
+  const Bytes entry = Bytes().u8(2).u8(4).u32(1).append(mailRecord(1).append(mailText(kSubject, u"x")));
+  const Bytes batch = request(15, kMail).u32(1000).append(entry).append(entry);
+  EXPECT_EQ(reply(batch).size(), 20u);
+  EXPECT_EQ(reply(batch.slice(0, batch.size() - 1)).size(), 10u);
+  EXPECT_EQ(folder("Inbox").size(), 3u);
+}
+
 TEST_F(MessageWrite, aRefusedEntryOfABatchLeavesItsStatusToItself) {
   fault("IMsgStore.OpenEntry#2=0x80004005*1");  // Drafts
   const Bytes answer = reply(request(15, kMail)
