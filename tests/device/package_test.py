@@ -8,6 +8,8 @@ import unittest
 from pathlib import Path
 from xml.etree import ElementTree
 
+MAKE_CAB = Path(__file__).resolve().parents[2] / "device" / "package" / "make_cab.py"
+
 LIBRARY: Path
 CABINET: Path
 
@@ -44,6 +46,22 @@ class Unpacked(unittest.TestCase):
         copy = self.folder / "changed.cab"
         copy.write_bytes(data)
         self.assertNotEqual(self.cabextract(copy), 0)
+
+    def make_cab(self, library: Path, cabinet: Path) -> subprocess.CompletedProcess:
+        command = [sys.executable, MAKE_CAB, library, cabinet]
+        return subprocess.run(command, capture_output=True, text=True, check=False)
+
+    def test_packing_again_gives_the_same_bytes(self):
+        again = self.folder / "again.cab"
+        self.assertEqual(self.make_cab(LIBRARY, again).returncode, 0)
+        self.assertEqual(again.read_bytes(), CABINET.read_bytes())
+
+    def test_a_library_that_is_not_there_is_named_in_one_line(self):
+        cabinet = self.folder / "none.cab"
+        finished = self.make_cab(self.folder / "none.dll", cabinet)
+        self.assertEqual(finished.returncode, 1)
+        self.assertRegex(finished.stderr, r"\Amake_cab: [^\n]*none\.dll[^\n]*\n\Z")
+        self.assertFalse(cabinet.exists())
 
 
 if __name__ == "__main__":
