@@ -1,4 +1,4 @@
-"""Turns the linked ARM program into the device's library: write_image.py PROGRAM IMPORTS OUTPUT"""
+"""Turns the linked ARM program into the device's library: write_image.py PROGRAM IMPORTS VERSION OUTPUT"""
 
 import struct
 import sys
@@ -9,9 +9,16 @@ from directories import LibraryImports, export_directory, import_directory
 from elf import ElfError, Program, Section
 from imports import Import, TableError, read_table
 from relocations import absolute_words, base_relocations
+from version_resource import VersionError, resource_section, version_info
 
 # The export's name on the device, and the symbol that it leads to.
 EXPORTS = {"rsCeApiMgr": "exportEntry"}
+
+
+def _version(version: str) -> bytes:
+    return version_info(
+        version, {"FileDescription": "Synchronisation agent", "FileVersion": version, "ProductName": "Qorv"}
+    )
 
 
 def _joined(sections: list[Section]) -> tuple[int, bytes, int]:
@@ -53,7 +60,7 @@ def _with_words(data: bytes, words: dict[int, int]) -> bytes:
     return bytes(patched)
 
 
-def image(program: Program, table: list[Import], module: str) -> pe.PeImage:
+def image(program: Program, table: list[Import], version: str, module: str) -> pe.PeImage:
     base = program.address("image_base")
     text = _joined(_named(program, ".text"))
     constants = _joined(_named(program, ".rdata", ".ARM.extab", ".ARM.exidx"))
@@ -68,7 +75,9 @@ def image(program: Program, table: list[Import], module: str) -> pe.PeImage:
     directory = imports.ljust(exports_at - directory_at, b"\0") + exports
     places = [address - base for address in absolute_words(program, base, variables[0] + variables[2])]
     relocations = base_relocations(places)
-    relocations_at = pe.aligned(directory_at + len(directory), pe.SECTION_ALIGNMENT)
+    resources_at = pe.aligned(directory_at + len(directory), pe.SECTION_ALIGNMENT)
+    resources = resource_section(resources_at, _version(version))
+    relocations_at = pe.aligned(resources_at + len(resources), pe.SECTION_ALIGNMENT)
 
     variable_data = _with_words(variables[1], {place + base - variables[0]: word for place, word in slots.items()})
     return pe.PeImage(
@@ -79,24 +88,26 @@ def image(program: Program, table: list[Import], module: str) -> pe.PeImage:
             pe.PeSection(".rdata", constants[0] - base, constants[1], constants[2], pe.READ_ONLY),
             pe.PeSection(".data", variables[0] - base, variable_data, variables[2], pe.WRITABLE),
             pe.PeSection(".idata", directory_at, directory, len(directory), pe.READ_ONLY),
+            pe.PeSection(".rsrc", resources_at, resources, len(resources), pe.READ_ONLY),
             pe.PeSection(".reloc", relocations_at, relocations, len(relocations), pe.DISCARDABLE),
         ],
         directories={
             pe.DIRECTORY_EXPORT: (exports_at, len(exports)),
             pe.DIRECTORY_IMPORT: (directory_at, len(imports)),
+            pe.DIRECTORY_RESOURCE: (resources_at, len(resources)),
             pe.DIRECTORY_BASE_RELOCATION: (relocations_at, len(relocations)),
         },
     )
 
 
 def main(arguments: list[str]) -> int:
-    if len(arguments) != 3:
+    if len(arguments) != 4:
         print(__doc__, file=sys.stderr)
         return 2
-    program, table, output = (Path(argument) for argument in arguments)
+    program, table, version, output = Path(arguments[0]), Path(arguments[1]), arguments[2], Path(arguments[3])
     try:
-        output.write_bytes(pe.write(image(Program(program), read_table(table), output.name)))
-    except (OSError, ElfError, TableError) as error:
+        output.write_bytes(pe.write(image(Program(program), read_table(table), version, output.name)))
+    except (OSError, ElfError, TableError, VersionError) as error:
         print(f"write_image: {error}", file=sys.stderr)
         return 1
     return 0

@@ -14,6 +14,7 @@ from imports import Import, TableError, read_table  # noqa: E402
 from make_thunks import thunks  # noqa: E402
 from pe_reader import Image, ImageError  # noqa: E402
 from relocations import base_relocations  # noqa: E402
+from version_resource import VersionError, resource_section, version_info  # noqa: E402
 
 
 class Folder(unittest.TestCase):
@@ -82,6 +83,37 @@ class BaseRelocations(unittest.TestCase):
 
     def test_nothing_for_no_words(self):
         self.assertEqual(base_relocations([]), b"")
+
+
+class VersionResource(unittest.TestCase):
+    def test_section_by_hand(self):
+        # Three directories of 24 bytes with one entry each lead to one another, the last to the 16 bytes that say where the
+        # resource is: at 0x7000 + 3 * 24 + 16 = 0x7058.
+        head = struct.pack("<IIHHHH", 0, 0, 0, 0, 0, 1)
+        expected = head + struct.pack("<II", 16, 0x80000018) + head + struct.pack("<II", 1, 0x80000030)
+        expected += head + struct.pack("<II", 0x409, 0x48) + struct.pack("<IIII", 0x7058, 3, 0, 0)
+        self.assertEqual(resource_section(0x7000, b"abc"), expected + b"abc")
+
+    def test_version_by_hand(self):
+        # Lengths: "Translation" 6 + 24 + 2 to fill + 4 = 36, its parent 6 + 24 + 2 + 36 = 68. The text 6 + 4 + 2 + 4 = 16
+        # ("N" and "v" with their NULs), its table 6 + 18 + 16 = 40, that one's parent 6 + 30 + 40 = 76. In all
+        # 6 + 32 + 2 + 52 + 76 + 68 = 236.
+        def key(text: str) -> bytes:
+            return (text + "\0").encode("utf-16-le")
+
+        fixed = struct.pack("<IIHHHHHHHHIIIIIII", 0xFEEF04BD, 0x10000, 2, 1, 0, 3, 2, 1, 0, 3, 0x3F, 0, 4, 2, 0, 0, 0)
+        expected = struct.pack("<HHH", 236, 52, 0) + key("VS_VERSION_INFO") + bytes(2) + fixed
+        expected += struct.pack("<HHH", 76, 0, 1) + key("StringFileInfo")
+        expected += struct.pack("<HHH", 40, 0, 1) + key("040904b0")
+        expected += struct.pack("<HHH", 16, 2, 1) + key("N") + bytes(2) + key("v")
+        expected += struct.pack("<HHH", 68, 0, 1) + key("VarFileInfo") + bytes(2)
+        expected += struct.pack("<HHH", 36, 4, 0) + key("Translation") + bytes(2) + struct.pack("<HH", 0x409, 0x4B0)
+        self.assertEqual(version_info("1.2.3", {"N": "v"}).hex(" "), expected.hex(" "))
+
+    def test_refuses_what_is_no_version(self):
+        for version in ("1.2", "1.2.3.4", "1.2.x", "1.2.-3", "1.2.65536", ""):
+            with self.subTest(version), self.assertRaisesRegex(VersionError, "expected NUMBER.NUMBER.NUMBER"):
+                version_info(version, {})
 
 
 class Writer(Folder):
