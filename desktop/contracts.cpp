@@ -73,6 +73,7 @@ std::optional<std::vector<Change>> listNoteChanges(Session& session, std::u16str
   const Bytes reply = ask(session, Command::GetChanges, ItemType::Note, name);
   WireReader reader(reply);
   const ListHeader header = readListHeader(reader);
+  if (!header.done && header.count > 0) refuseList(name, header.status);
   if (!header.done) return std::nullopt;
   return readChanges(reader, header);
 }

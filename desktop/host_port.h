@@ -12,7 +12,7 @@ struct HostPort {
   std::uint16_t port = 0;
 };
 
-/// Of `HOST:PORT`; nothing for a text of another form.
+/// Of `HOST:PORT`, the host in brackets when it has colons itself; nothing for a text of another form.
 std::optional<HostPort> splitHostPort(const std::string& text);
 
 }  // namespace desktop

@@ -5,7 +5,7 @@
 
 namespace desktop {
 
-/// Both are UTF-8; lines end in LF. Blanks are joined as a browser does it; paragraphs, list items and rows of tables
+/// Both are UTF-8; lines end in LF. Blanks are joined, in preformatted texts too; paragraphs, list items and rows of tables
 /// begin lines of their own.
 std::string textOfHtml(const std::string& html);
 

@@ -45,11 +45,15 @@ struct ItemKind {
   std::span<const FieldLayout> layouts;  ///< of the fields of their records
   ItemIdentity identity = ItemIdentity::ByUid;
   const AccompanyingFiles* files = nullptr;  ///< null for kinds whose items have none
+  /// Writing an item of the kind costs what files don't have of it: one that the device has just so is left alone.
+  bool sparesEqual = false;
 
   /// Reads the record of the given item. Throws ProtocolError for any other bytes.
   Item (*read)(WireReader& record, std::uint32_t oid);
   /// Whether what was read stands for an item that isn't there. Null for kinds of which the device says so.
   bool (*isMissing)(const Item& item) = nullptr;
+  /// The title that stands in the beginning of a record; for kinds that are known by it.
+  std::u16string (*titleInPart)(WireReader record) = nullptr;
   /// Makes the item one that the device can hold, and notes what that changes.
   void (*adapt)(Item& item, std::vector<std::string>& notes);
   /// The records, at least one, that make the device's item the given one when they are written one after

@@ -29,6 +29,7 @@ class Puller {
     try {
       const std::string text = kind_.fileText(item, uid, style_);
       outcome.failure = whyKept(outcome.file, text, uid);
+      if (outcome.failure.empty()) outcome.failure = whyBetter(files_->current(outcome.file), text, notes);
       if (!outcome.failure.empty()) return outcome;
       outcome.written = writeTextFile(outcome.file, text);
       files_->keep(outcome.file);
@@ -56,6 +57,18 @@ class Puller {
     return file.string() + ": not this " + kind_.singular + "'s file, left as it is";
   }
 
+  /// Why the item's file must stay although it is the item's: the device gave less than there is in it.
+  std::string whyBetter(const std::filesystem::path& file, const std::string& text,
+                        const std::vector<std::string>& notes) const {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error) || readTextFile(file) == text) return {};
+    if (!notes.empty()) return notes.front() + ": " + file.string() + " is left as it is";
+    // The device sends such a thing also when it can't read what it has.
+    const bool isEmptied = text.empty() && !readTextFile(file).empty();
+    return isEmptied ? "the device has it empty, or can't read it: " + file.string() + " is left as it is"
+                     : "";
+  }
+
   const ItemKind& kind_;
   const std::u16string& identity_;
   const FileStyle& style_;
@@ -75,14 +88,17 @@ void pullItems(Session& session, const ItemKind& kind, const std::u16string& dev
                const PullTarget& target, const PullReport& report) {
   Puller puller(kind, deviceIdentity, target);
   const std::vector<std::uint32_t> oids = listItems(session, kind.type);
+  std::string leftover;
   const KindSink sink{
       [&](const Item& item, std::uint32_t oid, const std::vector<std::string>& notes) {
         report(puller.write(item, oid, notes), oids.size());
       },
       [&](std::uint32_t oid, const std::string& why) { report(failed(oid, why), oids.size()); },
+      [&](const std::string& what) { leftover = what; },
   };
   readItems(session, kind, oids, FilesWanted::Yes, sink);
   puller.finish();
+  if (!leftover.empty()) throw DeviceRefusal(leftover);
 }
 
 }  // namespace desktop

@@ -29,8 +29,9 @@ struct PullTarget {
 using PullReport = std::function<void(const PullOutcome& outcome, std::size_t total)>;
 
 /// Writes each item of the kind to a file of its own in the folder, `OID.ics` or the name of a note, and reports
-/// each. A file of that name is replaced only when it is this device's same item; otherwise it stays and the
-/// item fails. Throws DeviceRefusal when the device can't list its items.
+/// each. A file of that name is replaced only when it is this device's same item, and nothing is missing of that;
+/// otherwise it stays and the item fails. Throws DeviceRefusal when the device can't list its items, and at the end
+/// when it keeps files that accompanied them.
 void pullItems(Session& session, const ItemKind& kind, const std::u16string& deviceIdentity,
                const PullTarget& target, const PullReport& report);
 

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <map>
-#include <unordered_set>
+#include <set>
 
 #include "desktop/device_error.h"
 #include "desktop/device_info.h"
 #include "desktop/item_reader.h"
-#include "desktop/item_uid.h"
 #include "desktop/item_writer.h"
 #include "desktop/kind_reader.h"
+#include "desktop/known_items.h"
 #include "desktop/temporary_files.h"
 
 namespace desktop {
@@ -27,43 +27,6 @@ struct Pending {
 
 using PendingBatch = std::vector<Pending>;
 
-/// The device's items of one kind, as the items of files are known to be theirs.
-class KnownItems {
- public:
-  KnownItems(Session& session, const ItemKind& kind, const std::u16string& identity)
-      : kind_(kind), identity_(identity) {
-    const auto oids = listItems(session, kind.type);
-    oids_.insert(oids.begin(), oids.end());
-    if (kind.identity == ItemIdentity::ByTitle) readTitles(session, oids);
-  }
-
-  /// 0 when it is none of them.
-  std::uint32_t find(std::string_view uid, const Item& item) const {
-    if (kind_.identity == ItemIdentity::ByUid) return findUid(uid);
-    const auto titled = titles_.find(kind_.title(item));
-    return titled == titles_.end() ? 0 : titled->second;
-  }
-
- private:
-  void readTitles(Session& session, std::span<const std::uint32_t> oids) {
-    const KindSink sink{
-        [this](const Item& item, std::uint32_t oid, const auto&) { titles_.emplace(kind_.title(item), oid); },
-        [](std::uint32_t, const std::string&) {},
-    };
-    readItems(session, kind_, oids, FilesWanted::No, sink);
-  }
-
-  std::uint32_t findUid(std::string_view uid) const {
-    const std::optional<std::uint32_t> oid = oidOfUid(kind_, identity_, uid);
-    return oid && oids_.contains(*oid) ? *oid : 0;
-  }
-
-  const ItemKind& kind_;
-  const std::u16string& identity_;
-  std::unordered_set<std::uint32_t> oids_;
-  std::map<std::u16string, std::uint32_t> titles_;  ///< empty for kinds that are known by UIDs
-};
-
 /// Carries the items of one kind.
 class Pusher {
  public:
@@ -76,6 +39,7 @@ class Pusher {
       const auto next = items.first(std::min(most, items.size()));
       PendingBatch batch;
       for (const FileItem* item : next) batch.push_back(prepare(*item));
+      spareEqual(batch);
       putFiles(batch);
       send(batch);
       readBack(batch);
@@ -86,13 +50,36 @@ class Pusher {
   }
 
  private:
-  Pending prepare(const FileItem& item) const {
+  Pending prepare(const FileItem& item) {
     Pending pending{&item, item.item, {}};
-    pending.outcome.notes = item.notes;
-    kind_.adapt(pending.sent, pending.outcome.notes);
-    pending.outcome.oid = known_.find(item.uid, pending.sent);
-    pending.outcome.changed = pending.outcome.oid != 0;
+    PushOutcome& outcome = pending.outcome;
+    outcome.notes = item.notes;
+    outcome.oid = known_.find(item.uid, pending.sent);
+    const bool hasTitle = outcome.oid != 0 && kind_.identity == ItemIdentity::ByTitle;
+    if (!hasTitle) {
+      kind_.adapt(pending.sent, outcome.notes);
+      outcome.oid = known_.find(item.uid, pending.sent);
+    }
+    outcome.changed = outcome.oid != 0;
+    if (kind_.identity == ItemIdentity::ByTitle &&
+        !titles_.insert(foldCase(kind_.title(pending.sent))).second) {
+      outcome.failure = "another file has the same name on the device";
+      outcome.oid = 0;
+    }
     return pending;
+  }
+
+  static bool isSent(const PushOutcome& outcome) { return outcome.failure.empty() && !outcome.unchanged; }
+
+  /// Leaves alone what the device has already, of kinds that lose something when they are written.
+  void spareEqual(PendingBatch& batch) {
+    if (!kind_.sparesEqual) return;
+    readHeld(
+        batch,
+        [&](Pending& pending, const Item& held) {
+          pending.outcome.unchanged = kind_.compare(pending.sent, held).empty();
+        },
+        [](Pending&, const std::string&) {});
   }
 
   /// Only what is added takes files along.
@@ -108,17 +95,16 @@ class Pusher {
     }
   }
 
-  /// The device has consumed the files of items that it holds as they were sent.
+  /// The device has consumed the files of what it took; the others go now.
   void removeFiles(PendingBatch& batch) {
-    const auto failed = std::ranges::find_if(batch, [](const Pending& pending) {
-      return !pending.outcome.failure.empty() || !pending.outcome.differences.empty();
-    });
-    if (failed == batch.end()) return files_.release();
     try {
       files_.remove();
     } catch (const DeviceRefusal& refusal) {
-      failed->outcome.notes.emplace_back(refusal.what());
+      leftover_ = refusal.what();
     }
+    PushOutcome& first = batch.front().outcome;
+    if (first.failure.empty()) first.failure = leftover_;
+    leftover_.clear();
   }
 
   /// Round by round, as an item that is added has its OID only after its first record.
@@ -137,7 +123,7 @@ class Pusher {
     std::vector<PushOutcome*> written;
     for (std::size_t i = 0; i < batch.size(); ++i) {
       PushOutcome& outcome = batch[i].outcome;
-      if (round >= records[i].size() || !outcome.failure.empty()) continue;
+      if (round >= records[i].size() || !isSent(outcome)) continue;
       writes.push_back({outcome.oid, std::move(records[i][round])});
       written.push_back(&outcome);
     }
@@ -156,27 +142,38 @@ class Pusher {
   }
 
   void readBack(PendingBatch& batch) {
+    readHeld(
+        batch,
+        [&](Pending& pending, const Item& held) {
+          pending.outcome.differences = kind_.compare(pending.sent, held);
+        },
+        [](Pending& pending, const std::string& why) {
+          pending.outcome.failure = "can't be read back: " + why;
+        });
+  }
+
+  /// Reads those that are on the device and still to be looked at; each item once, whatever is known by it.
+  template <typename Use, typename Fail>
+  void readHeld(PendingBatch& batch, const Use& use, const Fail& fail) {
     std::vector<std::uint32_t> oids;
-    std::multimap<std::uint32_t, Pending*> written;
+    std::multimap<std::uint32_t, Pending*> holders;
     for (Pending& pending : batch) {
-      if (pending.outcome.oid == 0) continue;
-      if (!written.contains(pending.outcome.oid)) oids.push_back(pending.outcome.oid);
-      written.emplace(pending.outcome.oid, &pending);
+      if (pending.outcome.oid == 0 || !isSent(pending.outcome)) continue;
+      if (!holders.contains(pending.outcome.oid)) oids.push_back(pending.outcome.oid);
+      holders.emplace(pending.outcome.oid, &pending);
     }
     const auto forEach = [&](std::uint32_t oid, const auto& act) {
-      const auto [first, last] = written.equal_range(oid);
+      const auto [first, last] = holders.equal_range(oid);
       for (auto entry = first; entry != last; ++entry) act(*entry->second);
     };
     const KindSink sink{
-        [&](const Item& held, std::uint32_t oid, const std::vector<std::string>& notes) {
-          forEach(oid, [&](Pending& pending) {
-            pending.outcome.differences = kind_.compare(pending.sent, held);
-            pending.outcome.notes.insert(pending.outcome.notes.end(), notes.begin(), notes.end());
-          });
+        [&](const Item& held, std::uint32_t oid, const std::vector<std::string>&) {
+          forEach(oid, [&](Pending& pending) { use(pending, held); });
         },
         [&](std::uint32_t oid, const std::string& why) {
-          forEach(oid, [&](Pending& pending) { pending.outcome.failure = "can't be read back: " + why; });
+          forEach(oid, [&](Pending& pending) { fail(pending, why); });
         },
+        [&](const std::string& what) { leftover_ = what; },
     };
     readItems(session_, kind_, oids, FilesWanted::Yes, sink);
   }
@@ -185,6 +182,8 @@ class Pusher {
   const ItemKind& kind_;
   KnownItems known_;
   TemporaryFiles files_;
+  std::set<std::u16string> titles_;  ///< of what was prepared, for kinds that are known by them
+  std::string leftover_;             ///< what the device keeps of the batch's files
 };
 
 std::vector<const FileItem*> ofKind(std::span<const FileItem> items, const ItemKind& kind) {

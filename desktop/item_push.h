@@ -15,9 +15,11 @@ namespace desktop {
 
 /// What became of one item.
 struct PushOutcome {
-  bool changed = false;   ///< one that the device had, and that the UID names, was changed; else it was added
-  std::uint32_t oid = 0;  ///< the device's item; 0 when there is none
-  std::string failure;    ///< why there is no item, or none that could be read back; empty when all went well
+  bool changed =
+      false;  ///< one that the device had, and that the file is known by, was changed; else it was added
+  bool unchanged = false;  ///< the device has it just so, and nothing was sent
+  std::uint32_t oid = 0;   ///< the device's item; 0 when there is none
+  std::string failure;  ///< why there is no item, or none that could be read back; empty when all went well
   std::vector<std::string> notes;  ///< what was adapted to the device
   std::vector<Difference> differences;
 };

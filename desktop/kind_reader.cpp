@@ -52,6 +52,7 @@ void readAlone(Session& session, const ItemKind& kind, std::span<const std::uint
   const ItemSink records{
       [&](WireReader& record, std::uint32_t oid) { handOver(takeRecord(kind, record, oid), {}, sink); },
       [&](std::uint32_t oid, ReadFailure why) { sink.failure(oid, spell(why)); },
+      sink.part,
   };
   readItems(session, kind.type, oids, records);
 }
@@ -81,7 +82,7 @@ class FileReader {
       const std::vector<std::string> notes = fetchFiles(read);
       handOver(std::move(read), notes, sink_);
     }
-    removeFiles(left, oids.front());
+    removeFiles(left);
   }
 
  private:
@@ -109,11 +110,11 @@ class FileReader {
                    [&](BytesView piece) { file.data.insert(file.data.end(), piece.begin(), piece.end()); });
   }
 
-  void removeFiles(TemporaryFiles& left, std::uint32_t first) {
+  void removeFiles(TemporaryFiles& left) {
     try {
       left.remove();
     } catch (const DeviceRefusal& refusal) {
-      sink_.failure(first, std::string("with those after it: ") + refusal.what());
+      sink_.leftover(refusal.what());
     }
   }
 

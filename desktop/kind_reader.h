@@ -23,6 +23,10 @@ struct KindSink {
   /// `notes` tell what is missing.
   std::function<void(Item item, std::uint32_t oid, const std::vector<std::string>& notes)> item;
   std::function<void(std::uint32_t oid, const std::string& why)> failure;
+  /// The device keeps what it was to be rid of.
+  std::function<void(const std::string& what)> leftover;
+  /// What came of a record that is too large, in front of that failure. Need not be there.
+  std::function<void(WireReader record)> part = {};
 };
 
 /// An item fails when it, or a wanted file that accompanies it, can't be had. Throws ProtocolError when the device

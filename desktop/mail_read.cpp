@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <strings.h>
+#include <utility>
 
 #include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_text.h"
@@ -43,11 +44,33 @@ bool isRead(const MimeMessage& mail) {
 }
 
 LocalTime dateOf(const MimeMessage& mail, std::vector<std::string>& notes) {
-  if (!mail.date) return {};
+  if (!mail.date) {
+    if (find(mail, "Date") != nullptr) notes.emplace_back("its date can't be read and is left out");
+    return {};
+  }
   const LocalTime date = clockAt(*mail.date);
   if (isValid(date)) return date;
   notes.emplace_back("its date is none that the device knows");
   return {};
+}
+
+struct AddressHeader {
+  const char* name;
+  std::vector<MimeAddress> MimeMessage::*addresses;
+  std::u16string Message::*list;
+};
+
+constexpr std::array kAddressHeaders{
+    AddressHeader{"From", &MimeMessage::from, &Message::sender},
+    AddressHeader{"To", &MimeMessage::to, &Message::to},
+    AddressHeader{"Cc", &MimeMessage::cc, &Message::cc},
+    AddressHeader{"Bcc", &MimeMessage::bcc, &Message::bcc},
+};
+
+/// A header that means to have no addresses.
+bool isHint(const std::string& value) {
+  return value.find_first_not_of(" \t") == std::string::npos || value.find(":;") != std::string::npos ||
+         value.find(": ;") != std::string::npos;
 }
 
 bool hasNames(const std::vector<MimeAddress>& addresses) {
@@ -56,10 +79,33 @@ bool hasNames(const std::vector<MimeAddress>& addresses) {
   });
 }
 
+void takeAddresses(const MimeMessage& mail, MailText& read) {
+  bool isNamed = false;
+  for (const AddressHeader& header : kAddressHeaders) {
+    const std::vector<MimeAddress>& addresses = mail.*header.addresses;
+    read.message.*header.list = listOfAddresses(addresses);
+    isNamed = isNamed || hasNames(addresses);
+    const MimeHeader* written = find(mail, header.name);
+    const auto listed = std::ranges::count(read.message.*header.list, u';') + 1;
+    const bool isLost = (read.message.*header.list).empty() ? written != nullptr && !isHint(written->value)
+                                                            : std::cmp_less(listed, addresses.size());
+    if (isLost)
+      read.notes.push_back(std::string("its ") + header.name + " has what is no address for the device");
+  }
+  if (isNamed) read.notes.emplace_back("the names beside its addresses are left out");
+}
+
+/// Old programs ended lines with a CR alone.
+std::string withLineEnds(std::string_view text) {
+  std::string lines(text);
+  if (lines.find('\n') == std::string::npos) std::ranges::replace(lines, '\r', '\n');
+  return lines;
+}
+
 }  // namespace
 
 MailText readMail(std::string_view text) {
-  const MimeMessage mail = parseMime(text);
+  const MimeMessage mail = parseMime(withLineEnds(text));
   const auto isThere = [&](const char* name) { return find(mail, name) != nullptr; };
   if (std::ranges::none_of(kUsualHeaders, isThere))
     throw ItemRefused("not a mail: it has none of a mail's headers");
@@ -67,13 +113,7 @@ MailText readMail(std::string_view text) {
   read.uid = mail.id;
   read.message.folder = folderOf(mail);
   read.message.isRead = isRead(mail);
-  read.message.sender = listOfAddresses(mail.from);
-  read.message.to = listOfAddresses(mail.to);
-  read.message.cc = listOfAddresses(mail.cc);
-  read.message.bcc = listOfAddresses(mail.bcc);
-  if (hasNames(mail.from) || hasNames(mail.to) || hasNames(mail.cc) || hasNames(mail.bcc)) {
-    read.notes.emplace_back("the names beside its addresses are left out");
-  }
+  takeAddresses(mail, read);
   read.message.subject = asOneLine(toUtf16(mail.subject));
   read.message.delivered = dateOf(mail, read.notes);
   MailBody body = bodyOf(mail.content);

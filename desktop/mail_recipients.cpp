@@ -1,6 +1,7 @@
 #include "desktop/mail_recipients.h"
 
 #include <algorithm>
+#include <strings.h>
 
 #include "desktop/icalendar_text.h"
 #include "desktop/mime_library.h"
@@ -11,6 +12,16 @@ namespace desktop {
 namespace {
 
 constexpr char16_t kSeparator = u';';
+
+/// "undisclosed-recipients:;" and its like
+constexpr std::string_view kUnnamed = "undisclosed";
+
+std::u16string entryOf(const MimeAddress& address) {
+  if (!address.address.empty()) return asOneLine(toUtf16(address.address));
+  const std::u16string text = asOneLine(toUtf16(address.name));
+  const bool isHint = strncasecmp(address.name.c_str(), kUnnamed.data(), kUnnamed.size()) == 0;
+  return isHint ? std::u16string() : text;
+}
 
 }  // namespace
 
@@ -31,9 +42,8 @@ std::vector<MimeAddress> addressesOfList(std::u16string_view list) {
 std::u16string listOfAddresses(const std::vector<MimeAddress>& addresses) {
   std::u16string list;
   for (const MimeAddress& address : addresses) {
-    std::u16string entry = asOneLine(toUtf16(address.address.empty() ? address.name : address.address));
-    std::erase(entry, kSeparator);
-    if (entry.empty()) continue;
+    const std::u16string entry = entryOf(address);
+    if (entry.empty() || entry.find(kSeparator) != std::u16string::npos) continue;
     if (!list.empty()) list += kSeparator;
     list += entry;
   }

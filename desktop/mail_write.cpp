@@ -35,7 +35,7 @@ MimePart textPart(const std::u16string& text) {
 MimePart filePart(const AttachedFile& file) {
   MimePart part;
   part.type = "application/octet-stream";
-  part.fileName = toUtf8(file.name);
+  part.fileName = onOneLine(toUtf8(file.name));
   part.isAttachment = true;
   part.data.assign(file.data.begin(), file.data.end());
   return part;

@@ -14,6 +14,20 @@ std::string_view takeLine(std::string_view& rest) {
   return line;
 }
 
+bool isDigit(char letter) {
+  return letter >= '0' && letter <= '9';
+}
+
+/// Such a line ends with when the mail came in; a text may well begin a line with "From ".
+bool isFromLine(std::string_view line) {
+  if (!line.starts_with(kFrom)) return false;
+  for (std::size_t colon = line.find(':'); colon != std::string_view::npos;
+       colon = line.find(':', colon + 1)) {
+    if (isDigit(line[colon - 1]) && colon + 1 < line.size() && isDigit(line[colon + 1])) return true;
+  }
+  return false;
+}
+
 bool isBlank(std::string_view line) {
   return line == "\n" || line == "\r\n";
 }
@@ -30,7 +44,7 @@ std::vector<MboxEntry> entriesOfMbox(std::string_view text) {
   bool isAfterBlank = true;
   for (std::size_t number = 1; !text.empty(); ++number) {
     const std::string_view line = takeLine(text);
-    if (isAfterBlank && line.starts_with(kFrom)) {
+    if (isAfterBlank && isFromLine(line)) {
       entries.push_back({number, {}});
     } else if (!entries.empty()) {
       entries.back().text += withoutProtection(line);

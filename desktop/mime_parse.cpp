@@ -47,6 +47,12 @@ std::string fileNameOf(GMimeObject& object) {
   return mimeText(name);
 }
 
+/// Where no boundary parts a text, it is read as one.
+void takeWhole(MimePart& part, GMimeMultipart& whole) {
+  part.type = "text/plain";
+  part.data = mimeText(g_mime_multipart_get_prologue(&whole));
+}
+
 MimePart readPart(GMimeObject& object) {
   MimePart part;
   part.type = typeOf(object);
@@ -58,6 +64,7 @@ MimePart readPart(GMimeObject& object) {
     GMimeMultipart* whole = GMIME_MULTIPART(&object);
     const int count = g_mime_multipart_get_count(whole);
     for (int i = 0; i < count; ++i) part.parts.push_back(readPart(*g_mime_multipart_get_part(whole, i)));
+    if (count == 0) takeWhole(part, *whole);
   } else if (GMIME_IS_MESSAGE_PART(&object)) {
     part.data = wholeText(g_mime_message_part_get_message(GMIME_MESSAGE_PART(&object)));
   } else if (GMIME_IS_PART(&object)) {

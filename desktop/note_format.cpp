@@ -4,6 +4,7 @@
 #include "desktop/file_format.h"
 #include "desktop/icalendar_text.h"
 #include "desktop/input_error.h"
+#include "desktop/pulled_files.h"
 #include "desktop/text.h"
 
 namespace desktop {
@@ -23,7 +24,8 @@ FileItems readNoteFile(std::string_view text, const std::string& fileName) {
   FileItems result;
   try {
     Note note;
-    note.name = toUtf16(std::filesystem::path(fileName).stem().string());
+    const std::filesystem::path file(fileName);
+    note.name = titleOfPulledFile(file).value_or(toUtf16(file.stem().string()));
     note.content = contentOf(text);
     result.items.push_back({fileName, "", std::move(note), {}});
   } catch (const InputError& error) {

@@ -50,9 +50,15 @@ std::vector<Bytes> write(const Item& item, bool) {
   return {writeNote(noteIn(item))};
 }
 
+/// As a file has it.
+Note withFileLineEnds(Note note) {
+  note.content = replaceLineEnds(note.content, u"\n");
+  return note;
+}
+
 std::vector<Difference> compare(const Item& sent, const Item& device) {
   Differences out;
-  compareFields(out, kNoteFields, noteIn(sent), noteIn(device));
+  compareFields(out, kNoteFields, withFileLineEnds(noteIn(sent)), withFileLineEnds(noteIn(device)));
   return out;
 }
 
@@ -87,8 +93,10 @@ const ItemKind kNoteKind{
     .columns = kColumns,
     .layouts = kLayouts,
     .identity = ItemIdentity::ByTitle,
+    .sparesEqual = true,
     .read = read,
     .isMissing = isMissing,
+    .titleInPart = readNoteName,
     .adapt = adapt,
     .write = write,
     .compare = compare,

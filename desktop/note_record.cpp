@@ -1,5 +1,6 @@
 #include "desktop/note_record.h"
 
+#include "desktop/device_error.h"
 #include "desktop/note_fields.h"
 
 namespace desktop {
@@ -14,6 +15,16 @@ Bytes writeNote(const Note& note) {
 Note readNote(WireReader& reader, std::uint32_t oid) {
   const auto refuseOther = [](WireReader&, std::uint32_t, Note&) { return false; };
   return readRecord<Note>(reader, "note", oid, kNoteFields, refuseOther);
+}
+
+std::u16string readNoteName(WireReader record) {
+  constexpr std::size_t kHeaderSize = 7;
+  try {
+    record.raw(kHeaderSize);
+    return record.number() == kNoteFields.front().tag ? record.text() : std::u16string();
+  } catch (const ProtocolError&) {
+    return {};  // it ends before
+  }
 }
 
 }  // namespace desktop

@@ -15,4 +15,7 @@ Bytes writeNote(const Note& note);
 /// ProtocolError for any other record, and for one that lacks a field.
 Note readNote(WireReader& reader, std::uint32_t oid);
 
+/// The name, which comes first, of a record that may be cut short; empty when it isn't there.
+std::u16string readNoteName(WireReader record);
+
 }  // namespace desktop

@@ -1,5 +1,7 @@
 #include "desktop/pulled_files.h"
 
+#include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -16,8 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 using nlohmann::json;
 
-/// File systems take 255 bytes; some of them encode names in a longer form.
-constexpr std::size_t kLongestName = 200;
+/// File systems take 255 bytes, and the extension needs some.
+constexpr std::size_t kLongestName = 250;
 constexpr const char* kIndexName = ".qorv-sync.json";
 
 class FilesByUid final : public PulledFiles {
@@ -45,50 +47,67 @@ std::string nameFor(const std::u16string& title) {
   return name.size() <= kLongestName ? name : std::string();
 }
 
+fs::path indexIn(const fs::path& folder) {
+  return folder / kIndexName;
+}
+
+/// Device -> what was written for it: names of files, or {"file", "title"} where the name isn't the title.
+json readIndex(const fs::path& folder) {
+  const fs::path file = indexIn(folder);
+  if (!fs::exists(file)) return json::object();
+  json index = json::parse(readTextFile(file), nullptr, false);
+  const bool isIndex =
+      index.is_object() && std::ranges::all_of(index, [](const json& e) { return e.is_array(); });
+  if (!isIndex) throw InputError(file.string() + ": not a list of the files that were written here");
+  return index;
+}
+
+bool isAbout(const json& entry, const std::string& name) {
+  return entry == name || (entry.is_object() && entry.value("file", json()) == name);
+}
+
 class FilesByTitle final : public PulledFiles {
  public:
   FilesByTitle(const ItemKind& kind, std::u16string_view identity, fs::path folder)
-      : kind_(kind), device_(toUtf8(identity)), folder_(std::move(folder)) {
-    readIndex();
-  }
+      : kind_(kind), device_(toUtf8(identity)), folder_(std::move(folder)), index_(readIndex(folder_)) {}
 
   fs::path fileOf(const Item& item, std::uint32_t oid) override {
+    const std::string title = toUtf8(kind_.title(item));
     std::string name = nameFor(kind_.title(item));
     if (name.empty() || given_.contains(name)) name = std::to_string(oid);
     given_.insert(name);
-    return folder_ / (name + kind_.format.extension);
+    const std::string file = name + kind_.format.extension;
+    if (name != title) titles_[file] = title;
+    return folder_ / file;
   }
   bool isOwn(const fs::path& file, std::string_view, std::string_view) const override {
     const auto own = index_.find(device_);
     if (own == index_.end()) return false;
     const std::string name = file.filename().string();
-    return std::any_of(own->begin(), own->end(), [&](const json& listed) { return listed == name; });
+    return std::ranges::any_of(*own, [&](const json& entry) { return isAbout(entry, name); });
   }
   void keep(const fs::path& file) override {
     const std::string name = file.filename().string();
-    for (json& names : index_) names.erase(std::remove(names.begin(), names.end(), json(name)), names.end());
-    index_[device_].push_back(name);
+    for (json& entries : index_) {
+      entries.erase(
+          std::remove_if(entries.begin(), entries.end(), [&](const json& e) { return isAbout(e, name); }),
+          entries.end());
+    }
+    const auto title = titles_.find(name);
+    index_[device_].push_back(title == titles_.end() ? json(name)
+                                                     : json{{"file", name}, {"title", title->second}});
   }
   void finish() override {
-    if (!index_.empty()) writeTextFile(folder_ / kIndexName, index_.dump(2) + "\n");
+    if (!index_.empty()) writeTextFile(indexIn(folder_), index_.dump(2) + "\n");
   }
 
  private:
-  void readIndex() {
-    const fs::path file = folder_ / kIndexName;
-    if (!fs::exists(file)) return;
-    index_ = json::parse(readTextFile(file), nullptr, false);
-    const bool isIndex =
-        index_.is_object() &&
-        std::all_of(index_.begin(), index_.end(), [](const json& names) { return names.is_array(); });
-    if (!isIndex) throw InputError(file.string() + ": not a list of the files that were written here");
-  }
-
   const ItemKind& kind_;
   std::string device_;
   fs::path folder_;
-  std::set<std::string> given_;  ///< names without their extension
-  json index_ = json::object();  ///< device -> names of files
+  std::set<std::string> given_;                ///< names without their extension
+  std::map<std::string, std::string> titles_;  ///< by names of files that don't say them
+  json index_;
 };
 
 }  // namespace
@@ -96,6 +115,18 @@ class FilesByTitle final : public PulledFiles {
 std::unique_ptr<PulledFiles> openFilesByUid(const ItemKind& kind, std::u16string_view,
                                             const fs::path& folder) {
   return std::make_unique<FilesByUid>(kind, folder);
+}
+
+std::optional<std::u16string> titleOfPulledFile(const fs::path& file) {
+  const json index = readIndex(file.parent_path());
+  for (const json& entries : index) {
+    for (const json& entry : entries) {
+      const bool hasTitle = entry.is_object() && isAbout(entry, file.filename().string());
+      if (hasTitle && entry.value("title", json()).is_string())
+        return toUtf16(entry["title"].get<std::string>());
+    }
+  }
+  return std::nullopt;
 }
 
 std::unique_ptr<PulledFiles> openFilesByTitle(const ItemKind& kind, std::u16string_view deviceIdentity,

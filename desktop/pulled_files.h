@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,8 @@ class PulledFiles {
   /// Whether a file that is there was written for the item of that UID, so that it may be replaced.
   virtual bool isOwn(const std::filesystem::path& file, std::string_view text,
                      std::string_view uid) const = 0;
+  /// Where the item that is to have the file is kept so far; the file itself when it doesn't move.
+  virtual std::filesystem::path current(const std::filesystem::path& file) const { return file; }
   /// The file holds the item now.
   virtual void keep(const std::filesystem::path&) {}
   /// Once all are written. Throws InputError when what is to be remembered can't be written.
@@ -34,8 +37,12 @@ class PulledFiles {
 std::unique_ptr<PulledFiles> openFilesByUid(const ItemKind& kind, std::u16string_view deviceIdentity,
                                             const std::filesystem::path& folder);
 
+/// The title of the item that a file was written for, where its name couldn't be that. Throws InputError when the
+/// folder's hidden file is nothing of the sort.
+std::optional<std::u16string> titleOfPulledFile(const std::filesystem::path& file);
+
 /// Named after the items' titles. The folder's hidden file `.qorv-sync.json` has, for each device, the names of
-/// those that were written for it. Throws InputError when that file is nothing of the sort.
+/// those that were written for it, and their titles where the names aren't these. Throws InputError when that file is nothing of the sort.
 std::unique_ptr<PulledFiles> openFilesByTitle(const ItemKind& kind, std::u16string_view deviceIdentity,
                                               const std::filesystem::path& folder);
 

@@ -1,14 +1,16 @@
 #include "desktop/temporary_files.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
-#include <utility>
 
 #include "desktop/device_error.h"
 #include "desktop/file_commands.h"
 #include "desktop/file_transfer.h"
+#include "desktop/item_reader.h"
 #include "desktop/item_writer.h"
 #include "desktop/message_record.h"
+#include "desktop/text.h"
 
 namespace desktop {
 
@@ -69,12 +71,44 @@ std::u16string TemporaryFiles::put(BytesView data) {
 }
 
 void TemporaryFiles::remove() {
-  if (paths_.empty()) return;
-  const std::vector<std::u16string> paths = std::exchange(paths_, {});
-  const ItemWrite carrier{0, carrierRecord(paths)};
-  const WriteAnswer answer = writeItems(session_, ItemType::Mail, std::span(&carrier, 1)).front();
-  if (!answer.accepted || answer.oid == 0) throw DeviceRefusal("the device keeps its temporary files");
-  deleteItems(session_, ItemType::Mail, std::span(&answer.oid, 1));
+  constexpr int kTries = 3;
+  dropGone();
+  for (int tries = 0; tries < kTries && !isDone(); ++tries) {
+    removeOnce();
+    dropGone();
+  }
+  last_ = 0;
+  if (isDone()) return;
+  const std::string rest = spellRest();
+  paths_.clear();
+  carriers_.clear();
+  throw DeviceRefusal("the device keeps " + rest);
+}
+
+void TemporaryFiles::removeOnce() {
+  if (!paths_.empty()) {
+    const ItemWrite carrier{0, carrierRecord(paths_)};
+    const WriteAnswer answer = writeItems(session_, ItemType::Mail, std::span(&carrier, 1)).front();
+    if (answer.accepted && answer.oid != 0) carriers_.push_back(answer.oid);
+  }
+  deleteItems(session_, ItemType::Mail, carriers_);
+}
+
+/// The device says that it deleted and consumed whatever happened, so that only looking tells.
+void TemporaryFiles::dropGone() {
+  std::erase_if(paths_, [&](const std::u16string& path) { return probe(session_, path) == kFileNotFound; });
+  if (carriers_.empty()) return;
+  const std::vector<std::uint32_t> there = listItems(session_, ItemType::Mail);
+  std::erase_if(carriers_, [&](std::uint32_t oid) { return std::ranges::find(there, oid) == there.end(); });
+}
+
+std::string TemporaryFiles::spellRest() const {
+  std::string rest;
+  const auto add = [&](const std::string& what) { rest += (rest.empty() ? "" : ", ") + what; };
+  for (const std::u16string& path : paths_) add("its temporary file " + desktop::quoted(path));
+  for (const std::uint32_t oid : carriers_)
+    add("the message " + std::to_string(oid) + " that removed its files");
+  return rest;
 }
 
 }  // namespace desktop

@@ -28,18 +28,21 @@ class TemporaryFiles {
   /// Puts the data into a new file and gives its path. Throws DeviceRefusal when the device doesn't take it.
   std::u16string put(BytesView data);
 
-  /// The device has consumed all of them.
-  void release() { paths_.clear(); }
-
-  /// Throws DeviceRefusal when the device keeps them.
+  /// Removes those that are still there, and makes sure of it. Throws DeviceRefusal when the device keeps some of
+  /// them, or what was to take them away; they are given up then.
   void remove();
 
  private:
   std::u16string freePath();
+  void removeOnce();
+  void dropGone();
+  bool isDone() const { return paths_.empty() && carriers_.empty(); }
+  std::string spellRest() const;
 
   Session& session_;
   std::vector<std::u16string> paths_;
-  unsigned last_ = 0;  ///< the number in the newest file's name
+  std::vector<std::uint32_t> carriers_;  ///< mails that were added to take files away
+  unsigned last_ = 0;                    ///< the number in the newest file's name
 };
 
 }  // namespace desktop

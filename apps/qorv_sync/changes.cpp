@@ -66,7 +66,9 @@ void listNotes(Report& report, desktop::Session& session, const std::u16string& 
   const auto changes = desktop::listNoteChanges(session, name);
   report.data()["known"] = changes.has_value();
   if (!changes) {
-    report.remark("the device's notes were never committed: it can't tell yet which of them changed");
+    report.remark(
+        "the device can't tell which notes changed: they were never committed, or it can't open what it "
+        "knows");
   }
   const auto found = changes.value_or(std::vector<desktop::Change>());
   report.data()["changes"] = toJson(found);

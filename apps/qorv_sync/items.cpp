@@ -13,6 +13,7 @@ void readItems(Run& run, desktop::Session& session, const desktop::ItemKind& kin
         use(item, oid);
       },
       [&](std::uint32_t oid, const std::string& why) { run.report.fail(nameOf(oid) + why); },
+      [&](const std::string& what) { run.report.fail(std::string(kind.name) + ": " + what); },
   };
   desktop::readItems(session, kind, oids, files, sink);
 }

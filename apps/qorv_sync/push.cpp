@@ -15,6 +15,7 @@ using Paths = std::vector<std::filesystem::path>;
 struct Tally {
   std::size_t added = 0;
   std::size_t changed = 0;
+  std::size_t unchanged = 0;
   std::size_t failed = 0;
   std::size_t different = 0;
 };
@@ -23,21 +24,23 @@ void count(Tally& tally, const desktop::PushOutcome& outcome) {
   if (outcome.oid == 0) {
     ++tally.failed;
   } else {
-    ++(outcome.changed ? tally.changed : tally.added);
+    ++(outcome.unchanged ? tally.unchanged : outcome.changed ? tally.changed : tally.added);
   }
   if (!outcome.differences.empty()) ++tally.different;
 }
 
+const char* actionOf(const desktop::PushOutcome& outcome) {
+  if (outcome.oid == 0) return "failed";
+  if (outcome.unchanged) return "unchanged";
+  return outcome.changed ? "changed" : "added";
+}
+
 nlohmann::json describe(const desktop::FileItem& item, const desktop::PushOutcome& outcome) {
   const desktop::ItemKind& kind = desktop::kindOf(item.item);
-  nlohmann::json json{{"file", item.file},
-                      {"type", kind.name},
-                      {"uid", item.uid},
-                      {"subject", desktop::toUtf8(kind.title(item.item))},
-                      {"oid", outcome.oid},
-                      {"action", outcome.oid == 0 ? "failed" : outcome.changed ? "changed" : "added"},
-                      {"notes", outcome.notes},
-                      {"differences", nlohmann::json::array()}};
+  nlohmann::json json{{"file", item.file},      {"type", kind.name},
+                      {"uid", item.uid},        {"subject", desktop::toUtf8(kind.title(item.item))},
+                      {"oid", outcome.oid},     {"action", actionOf(outcome)},
+                      {"notes", outcome.notes}, {"differences", nlohmann::json::array()}};
   for (const desktop::Difference& difference : outcome.differences) {
     json["differences"].push_back(
         {{"property", difference.property}, {"sent", difference.sent}, {"device", difference.device}});
@@ -49,7 +52,8 @@ void tell(Report& report, const desktop::FileItem& item, const desktop::PushOutc
   const std::string name =
       item.file + ": " + desktop::quoted(desktop::kindOf(item.item).title(item.item)) + ": ";
   if (outcome.oid != 0) {
-    report.say(name + (outcome.changed ? "changed " : "added as ") + std::to_string(outcome.oid));
+    const bool isAdded = !outcome.changed && !outcome.unchanged;
+    report.say(name + actionOf(outcome) + (isAdded ? " as " : " ") + std::to_string(outcome.oid));
   }
   for (const std::string& note : outcome.notes) report.say(name + "note: " + note);
   if (!outcome.failure.empty()) report.fail(name + outcome.failure);
@@ -64,6 +68,7 @@ void sayTally(Report& report, const Tally& tally, std::size_t skipped) {
   const auto add = [&](std::size_t number, const char* what) {
     if (number > 0) line += ", " + std::to_string(number) + what;
   };
+  add(tally.unchanged, " unchanged");
   add(tally.failed, " failed");
   add(skipped, " skipped");
   add(tally.different, " not held as sent");

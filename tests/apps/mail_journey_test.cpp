@@ -194,7 +194,7 @@ TEST_F(MailJourney, whatTheDevicePutsElsewhereIsSaid) {
 TEST_F(MailJourney, aFileThatIsNoMailIsNamedAndTheRestGoesOn) {
   write("mail/a.eml", "no mail at all\n");
   write("mail/b.eml", "From: a@x.example\nSubject: good\n\n");
-  write("mail/c.mbox", "From a@x Mon\n\nnothing\n\nFrom b@x Tue\nSubject: good too\n\n");
+  write("mail/c.mbox", "From a@x Mon 9:00\n\nnothing\n\nFrom b@x Tue 9:00\nSubject: good too\n\n");
   EXPECT_EQ(sync("push mail"), 1);
   EXPECT_TRUE(said("mail/a.eml: not a mail: it has none of a mail's headers\n")) << err_;
   EXPECT_TRUE(said("mail/c.mbox:1: not a mail: it has none of a mail's headers\n")) << err_;
@@ -217,7 +217,7 @@ TEST_F(MailJourney, aLargeAttachmentTravelsInPieces) {
   EXPECT_GT(file.size(), data.size() / 3 * 4);
   write("b.eml", file);
   EXPECT_EQ(sync("push b.eml"), 0) << err_;
-  EXPECT_TRUE(said("\"large\": changed " + oid)) << out_;
+  EXPECT_TRUE(said("\"large\": unchanged " + oid)) << out_;
   expectNoFilesLeft();
 }
 
@@ -287,6 +287,85 @@ TEST_F(MailJourney, aDeviceThatTakesNoFileFailsTheMessageAlone) {
   EXPECT_TRUE(said("mail/a.eml: \"with\": ")) << err_;
   EXPECT_TRUE(said("1 added, 0 changed, 1 failed")) << out_;
   EXPECT_EQ(dumpedBySubject("Inbox").count("without"), 1u);
+}
+
+/// A message with two attachments, which every read leaves in files on the device.
+Json withAttachments() {
+  Json greeting = kGreeting;
+  greeting["Attachments"] =
+      Json::array({{{"Name", "a.txt"}, {"Data", "aGk="}}, {{"Name", "b.bin"}, {"Data", "AAEC"}}});
+  return greeting;
+}
+
+TEST_F(MailJourney, aFileIsNotReplacedByOneThatLacksItsAttachments) {
+  loadMail("Inbox", withAttachments());
+  pull();
+  const std::string before = read(folder_.file("pulled/mail/new/message-20@PDA"));
+  EXPECT_EQ(sync("pull pulled", "device --fault GetTempFileNameW=5"), 1);
+  EXPECT_TRUE(
+      said("the device doesn't give its attachments: pulled/mail/new/message-20@PDA is left as it is"))
+      << err_;
+  EXPECT_EQ(read(folder_.file("pulled/mail/new/message-20@PDA")), before);
+}
+
+TEST_F(MailJourney, aFailureOnceLeavesNoFilesOnTheDevice) {
+  loadMail("Inbox", withAttachments());
+  for (const char* fault : {"IMAPIFolder.CreateMessage=0x80004005*1", "IMessage.CreateAttach=0x80004005*1",
+                            "DeleteFileW=5*1", "IMAPIFolder.DeleteMessages=0x80004005*1"}) {
+    EXPECT_EQ(sync("list mail", "device --fault " + std::string(fault)), 0) << fault << err_;
+    expectNoFilesLeft();
+    EXPECT_TRUE(dumpedBySubject("Drafts").empty()) << fault;
+  }
+}
+
+TEST_F(MailJourney, whatTheDeviceKeepsIsNamed) {
+  loadMail("Inbox", withAttachments());
+  EXPECT_EQ(sync("list mail", "device --fault DeleteFileW=5"), 1);
+  EXPECT_TRUE(said("1 message\n")) << out_;
+  EXPECT_TRUE(said("mail: the device keeps its temporary file \"")) << err_;
+  EXPECT_EQ(sync("pull pulled", "device --fault IMAPIFolder.DeleteMessages=0x80004005"), 1);
+  EXPECT_TRUE(said("1 written")) << out_;
+  EXPECT_TRUE(said("that removed its files")) << err_;
+}
+
+TEST_F(MailJourney, aMaildirThatIsPushedBackChangesNothing) {
+  Json odd = withAttachments();
+  odd["Subject"] = " two\r\nlines ";
+  odd["Sender"] = "Ann Lee <ann@lee.example>";
+  odd["To"] = {"a@x.example, b@x.example", "the team"};
+  odd["Body"] = "bare\nline ends\r";
+  loadMail("Inbox", odd);
+  loadMail("Inbox", {{"Id", 21}, {"Delivered", "2005-03-27T01:30:00.000Z"}});
+  loadMail("Outbox", {{"Id", 23}, {"Subject", "Going"}});
+  pull();
+  const Json before = dumped()["mail"];
+  EXPECT_EQ(sync("push pulled"), 0) << err_;
+  EXPECT_TRUE(said("0 added, 0 changed, 3 unchanged\n")) << out_;
+  EXPECT_EQ(dumped()["mail"], before);
+}
+
+TEST_F(MailJourney, aFileThatAMailProgramMovedIsFoundAgain) {
+  loadMail("Inbox", kGreeting);
+  loadMail("Inbox", {{"Id", 21}, {"Subject", "Renamed"}, {"Read", true}});
+  pull();
+  const fs::path maildir = folder_.file("pulled/mail");
+  fs::create_directories(maildir / ".Archive/cur");
+  fs::create_directories(maildir / ".Archive/new");
+  fs::rename(maildir / "new/message-20@PDA", maildir / ".Archive/cur/message-20@PDA,S=99:2,R");
+  fs::rename(maildir / "cur/message-21@PDA:2,S", maildir / "cur/12.M34.host:2,S");
+  loadMail("Inbox", {{"Id", 20}, {"Read", true}});
+  pull();
+  EXPECT_EQ(pulled(), (std::vector<std::string>{".Archive/cur/message-20@PDA:2,RS", "cur/12.M34.host:2,S"}));
+}
+
+TEST_F(MailJourney, whatIsInAFilesPlaceFailsThatMessageAlone) {
+  loadMail("Inbox", kGreeting);
+  loadMail("Inbox", {{"Id", 21}, {"Subject", "Other"}});
+  fs::create_directories(folder_.file("pulled/mail/new/message-20@PDA/x"));
+  fs::create_directories(folder_.file("pulled/mail/cur"));
+  EXPECT_EQ(sync("pull pulled"), 1);
+  EXPECT_TRUE(said("message 20: pulled/mail/new/message-20@PDA: not a regular file")) << err_;
+  EXPECT_TRUE(said("1 written")) << out_;
 }
 
 TEST_F(MailJourney, withoutALogOnThereIsNoMail) {

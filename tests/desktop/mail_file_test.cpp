@@ -108,6 +108,27 @@ TEST_F(MailFile, ofAlternativesKeepsWhatIsNoTextAsAFile) {
   EXPECT_EQ(mail.message.attachments[0].name, u"attachment-1.ics");
 }
 
+TEST_F(MailFile, whoseBoundaryIsMissingIsReadAsOneText) {
+  EXPECT_EQ(readPart("multipart/mixed", "some text\n").message.body, u"some text\r\n");
+  EXPECT_EQ(readPart("multipart/mixed; boundary=b", "other text\n").message.body, u"other text\r\n");
+}
+
+TEST_F(MailFile, saysWhichHeadersItCouldNotTake) {
+  EXPECT_EQ(readMail("From: a@x.example\nDate: some day\n\n").notes,
+            Notes{"its date can't be read and is left out"});
+  EXPECT_EQ(readMail("From: a@x.example\nTo: \"a;b\"@x.example\n\n").notes,
+            Notes{"its To has what is no address for the device"});
+  EXPECT_EQ(readMail("From: a@x.example\nCc: \"a;b\"@x.example, c@x.example\n\n").notes,
+            Notes{"its Cc has what is no address for the device"});
+  EXPECT_TRUE(readMail("From: a@x.example\nTo: undisclosed-recipients:;\nCc:\n\n").notes.empty());
+}
+
+TEST_F(MailFile, mayEndItsLinesWithACarriageReturnAlone) {
+  const MailText mail = readMail("From: a@x.example\rSubject: old\r\rone\rtwo");
+  EXPECT_EQ(mail.message.subject, u"old");
+  EXPECT_EQ(mail.message.body, u"one\r\ntwo");
+}
+
 TEST_F(MailFile, joinsTextsOneAfterAnother) {
   const MailText mail = readMultipart("mixed", {"Content-Type: text/plain\n\none", "\ntwo"});
   EXPECT_EQ(mail.message.body, u"one\r\n\r\ntwo");

@@ -35,11 +35,13 @@ TEST(MailRecipients, thatAreNoAddressesStayTexts) {
 
 TEST(MailRecipients, goToTheDeviceWithoutNames) {
   EXPECT_EQ(listOfAddresses({{"Ann; Lee", "ann@x.example"}, {"", "b;o@x.example"}, {"", ""}}),
-            u"ann@x.example;bo@x.example");
+            u"ann@x.example");
+  EXPECT_EQ(listOfAddresses({{"undisclosed-recipients", ""}, {"the team", ""}}), u"the team");
 }
 
 TEST(Mbox, hasAMailBehindEachFromLine) {
-  const auto entries = entriesOfMbox("From a@x Mon\nSubject: 1\n\none\n\nFrom b@x Tue\nSubject: 2\n\ntwo");
+  const auto entries =
+      entriesOfMbox("From a@x Mon 9:00\nSubject: 1\n\none\n\nFrom b@x Tue 9:00\nSubject: 2\n\ntwo");
   ASSERT_EQ(entries.size(), 2u);
   EXPECT_EQ(entries[0].text, "Subject: 1\n\none\n");
   EXPECT_EQ(entries[0].line, 1u);
@@ -49,9 +51,9 @@ TEST(Mbox, hasAMailBehindEachFromLine) {
 
 TEST(Mbox, takesAFromWithinATextForText) {
   const auto entries =
-      entriesOfMbox("From a@x Mon\nSubject: 1\n\none\nFrom here on\n>From there\n>>From afar\n>no\n");
+      entriesOfMbox("From a@x Mon 9:00\nSubject: 1\n\none\n\nFrom here on\n>From there\n>>From afar\n>no\n");
   ASSERT_EQ(entries.size(), 1u);
-  EXPECT_EQ(entries[0].text, "Subject: 1\n\none\nFrom here on\nFrom there\n>From afar\n>no\n");
+  EXPECT_EQ(entries[0].text, "Subject: 1\n\none\n\nFrom here on\nFrom there\n>From afar\n>no\n");
 }
 
 TEST(Mbox, needNotHaveMails) {
