@@ -56,13 +56,17 @@ bool NoteDatabase::seek(DWORD place) const {
   return CeSeekDatabase(database_.get(), CEDB_SEEK_BEGINNING, place, &index) != 0;
 }
 
-RecordedNote NoteDatabase::recordedNote(std::span<const CEPROPVAL> record) {
+std::optional<RecordedNote> NoteDatabase::recordedNote(std::span<const CEPROPVAL> record) {
   RecordedNote note;
+  bool isNamed = false;
   for (const CEPROPVAL& property : record) {
-    if (property.propid == kIdentifier) note.oid = property.val.ulVal;
+    if (property.propid == kIdentifier) {
+      note.oid = property.val.ulVal;
+      isNamed = true;
+    }
     if (property.propid == kWritten) note.written = property.val.filetime;
   }
-  return note;
+  return isNamed ? std::optional(note) : std::nullopt;
 }
 
 bool NoteDatabase::knows(CEOID oid) const {

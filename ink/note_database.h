@@ -7,6 +7,9 @@
 //   property 2  0x00020040  FILETIME  when it was last written
 #pragma once
 
+#include <optional>
+#include <span>
+
 #include "ink/note_files.h"
 #include "service/record_reader.h"
 #include "service/unique_handle.h"
@@ -34,7 +37,7 @@ class NoteDatabase {
   void visit(Visit visit) const {
     RecordReader reader(database_.get());
     for (DWORD place = 0; seek(place); ++place) {
-      if (const RecordedNote note = recordedNote(reader.readAll()); note.oid != 0) visit(note);
+      if (const auto note = recordedNote(reader.readAll())) visit(*note);
     }
   }
 
@@ -47,7 +50,7 @@ class NoteDatabase {
 
  private:
   [[nodiscard]] bool seek(DWORD place) const;
-  static RecordedNote recordedNote(std::span<const CEPROPVAL> record);
+  static std::optional<RecordedNote> recordedNote(std::span<const CEPROPVAL> record);
 
   UniqueHandle database_;
 };

@@ -1,4 +1,5 @@
 #include "emulator/seam/current_device.h"
+#include "emulator/snapshot/snapshot.h"
 #include "platform/property_database.h"
 #include "service/property_database.h"
 #include "service/record_reader.h"
@@ -304,6 +305,34 @@ TEST_F(NoteChanges, passOverARecordThatCannotBeRead) {
   device().fileTree.remove(two);
   fault("CeReadRecordProps#1=1018*1");
   EXPECT_EQ(changes(), listed({{two, kDeleted}}));
+}
+
+TEST_F(NoteChanges, aRecordOfNumberZeroIsADeletedNoteAndOneWithoutANumberIsNone) {
+  emulator::loadSnapshot(device(), R"({"databases": [{"name": "\\qvNoteDb", "type": 0,
+           "sort": [{"property": "0x00010013", "flags": 0}, {"property": "0x00020040", "flags": 0}],
+           "records": [{"properties": [["0x00010013", 0]]},
+                       {"properties": [["0x00020040", "2005-03-14T13:35:10.0000000Z"]]}]}]})");
+  EXPECT_EQ(changes(), listed({{0, 3}}));
+}
+
+TEST_F(NoteChanges, aListThatJustFitsTheReplyIsWholeAndOneMoreIsNot) {
+  // (0x36000 - 7) / 5 = 44235 entries fit.
+  for (const unsigned count : {44235u, 44236u}) {
+    std::string records;
+    for (unsigned i = 0; i < count; ++i) {
+      records += std::string(i > 0 ? "," : "") + R"({"properties": [["0x00010013", )" +
+                 std::to_string(1'000'000 + i) + "]]}";
+    }
+    emulator::loadSnapshot(
+        device(),
+        R"({"databases": [{"name": "\\qvNoteDb", "type": 0, "sort": [{"property": "0x00010013", "flags": 0}],
+             "records": [)" +
+            records + "]}]}");
+    reloadAgent();  // it knows the database by its identifier, and this is another one
+    const Bytes answer = changes();
+    EXPECT_EQ(answer.slice(0, 7), Bytes().u8(count == 44235 ? 1 : 0).u8(0).u32(44235).u8(0));
+    EXPECT_EQ(answer.size(), 7u + 5u * 44235u);
+  }
 }
 
 TEST_F(NoteChanges, theWalkForAddedOnesEndsAtAnyFailure) {
