@@ -6,21 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "desktop/local_time.h"
+
 namespace desktop {
-
-/// A wall-clock time in the device's own zone; the device keeps no zone with its items.
-/// All zeros are no time at all: an entry of the device can be without one.
-struct LocalTime {
-  std::uint16_t year = 0;
-  std::uint16_t month = 0;  ///< 1 to 12
-  std::uint16_t day = 0;    ///< 1 to 31
-  std::uint16_t hour = 0;
-  std::uint16_t minute = 0;
-  std::uint16_t second = 0;
-  std::uint16_t millisecond = 0;
-
-  friend auto operator<=>(const LocalTime&, const LocalTime&) = default;
-};
 
 /// The device's own numbers; 4 is unused there.
 enum class RecurrenceType : std::uint8_t {

@@ -6,6 +6,7 @@
 //   from the device  record header, fields, recurrence block and exception records
 #pragma once
 
+#include "desktop/appointment.h"
 #include "desktop/wire.h"
 
 namespace desktop {

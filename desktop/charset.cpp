@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <iconv.h>
 
-#include "desktop/icalendar_refused.h"
+#include "desktop/item_refused.h"
 #include "desktop/text.h"
 
 namespace desktop {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "desktop/appointment.h"
+#include "desktop/local_time.h"
 
 namespace desktop {
 

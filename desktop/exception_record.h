@@ -16,6 +16,7 @@
 // 0x0000FFFF.
 #pragma once
 
+#include "desktop/appointment.h"
 #include "desktop/wire.h"
 
 namespace desktop {

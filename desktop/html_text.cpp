@@ -58,7 +58,7 @@ class TextWriter {
     const std::string_view name = viewOf(element.name);
     if (isOneOf(kHidden, name)) return;
     if (name == "br") return endLine();
-    const int gap = isOneOf(kParagraphs, name) ? 2 : isOneOf(kLines, name) ? 1 : 0;
+    const std::size_t gap = isOneOf(kParagraphs, name) ? 2 : isOneOf(kLines, name) ? 1 : 0;
     beginLines(gap);
     if (name == "li") text_ += "- ";
     if (name == "td" || name == "th") isParted_ = !atLineBegin();
@@ -86,13 +86,10 @@ class TextWriter {
   }
 
   /// Ends what there is with at least that many line ends.
-  void beginLines(int count) {
+  void beginLines(std::size_t count) {
     if (count == 0 || text_.empty()) return;
-    const std::size_t last = text_.find_last_not_of('\n');
-    const std::size_t ends = last == std::string::npos ? text_.size() : text_.size() - last - 1;
-    for (auto missing = static_cast<std::ptrdiff_t>(count) - static_cast<std::ptrdiff_t>(ends); missing > 0;
-         --missing)
-      text_ += '\n';
+    const std::size_t ends = text_.size() - (text_.find_last_not_of('\n') + 1);
+    if (ends < count) text_.append(count - ends, '\n');
     isParted_ = false;
   }
 

@@ -13,7 +13,6 @@ set(QORV_ICALENDAR_SOURCES
   icalendar_rule.cpp
   icalendar_series.cpp
   icalendar_task.cpp
-  icalendar_text.cpp
   icalendar_trigger.cpp
   icalendar_write.cpp
   icalendar_write_task.cpp

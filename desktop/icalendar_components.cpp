@@ -3,8 +3,8 @@
 #include <stdexcept>
 
 #include "desktop/icalendar_rule.h"
-#include "desktop/icalendar_text.h"
 #include "desktop/icalendar_zone.h"
+#include "desktop/item_text.h"
 #include "desktop/text.h"
 
 namespace desktop {

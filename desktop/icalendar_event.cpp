@@ -8,8 +8,8 @@
 #include "desktop/icalendar_busy.h"
 #include "desktop/icalendar_handles.h"
 #include "desktop/icalendar_properties.h"
-#include "desktop/icalendar_refused.h"
-#include "desktop/icalendar_text.h"
+#include "desktop/item_refused.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

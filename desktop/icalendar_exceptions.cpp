@@ -8,8 +8,8 @@
 
 #include "desktop/icalendar_occurrences.h"
 #include "desktop/icalendar_properties.h"
-#include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_zone.h"
+#include "desktop/item_refused.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

@@ -7,8 +7,8 @@
 #include <map>
 #include <vector>
 
-#include "desktop/appointment.h"
 #include "desktop/icalendar_handles.h"
+#include "desktop/local_time.h"
 
 namespace desktop {
 

@@ -3,9 +3,9 @@
 #include <array>
 
 #include "desktop/icalendar_handles.h"
-#include "desktop/icalendar_refused.h"
-#include "desktop/icalendar_text.h"
 #include "desktop/input_error.h"
+#include "desktop/item_refused.h"
+#include "desktop/item_text.h"
 #include "desktop/text.h"
 
 namespace desktop {

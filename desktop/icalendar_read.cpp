@@ -9,10 +9,10 @@
 #include "desktop/icalendar_handles.h"
 #include "desktop/icalendar_notes.h"
 #include "desktop/icalendar_properties.h"
-#include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_series.h"
 #include "desktop/icalendar_task.h"
 #include "desktop/icalendar_zone.h"
+#include "desktop/item_refused.h"
 
 namespace desktop {
 namespace {

@@ -7,9 +7,9 @@
 
 #include "desktop/icalendar_handles.h"
 #include "desktop/icalendar_occurrences.h"
-#include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_rule.h"
 #include "desktop/icalendar_zone.h"
+#include "desktop/item_refused.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

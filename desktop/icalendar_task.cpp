@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "desktop/icalendar_properties.h"
-#include "desktop/icalendar_refused.h"
 #include "desktop/icalendar_series.h"
-#include "desktop/icalendar_text.h"
 #include "desktop/icalendar_trigger.h"
+#include "desktop/item_refused.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

@@ -5,7 +5,7 @@
 #include "desktop/icalendar_busy.h"
 #include "desktop/icalendar_components.h"
 #include "desktop/icalendar_handles.h"
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

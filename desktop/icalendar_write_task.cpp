@@ -3,8 +3,8 @@
 
 #include "desktop/icalendar.h"
 #include "desktop/icalendar_components.h"
-#include "desktop/icalendar_text.h"
 #include "desktop/icalendar_zone.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

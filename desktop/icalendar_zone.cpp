@@ -3,7 +3,7 @@
 #include <chrono>
 #include <utility>
 
-#include "desktop/icalendar_refused.h"
+#include "desktop/item_refused.h"
 #include "desktop/local_time.h"
 
 namespace desktop {

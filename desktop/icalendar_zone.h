@@ -6,8 +6,8 @@
 #include <map>
 #include <string>
 
-#include "desktop/appointment.h"
 #include "desktop/icalendar_handles.h"
+#include "desktop/local_time.h"
 
 namespace desktop {
 

@@ -1,13 +1,26 @@
-// Calendar arithmetic and spelling of the device's wall-clock times.
+// The device's wall-clock times, with their arithmetic and spelling.
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <ctime>
 #include <string>
 
-#include "desktop/appointment.h"
-
 namespace desktop {
+
+/// A wall-clock time in the device's own zone; the device keeps no zone with its items.
+/// All zeros are no time at all: an entry of the device can be without one.
+struct LocalTime {
+  std::uint16_t year = 0;
+  std::uint16_t month = 0;  ///< 1 to 12
+  std::uint16_t day = 0;    ///< 1 to 31
+  std::uint16_t hour = 0;
+  std::uint16_t minute = 0;
+  std::uint16_t second = 0;
+  std::uint16_t millisecond = 0;
+
+  friend auto operator<=>(const LocalTime&, const LocalTime&) = default;
+};
 
 /// A real day from 1601 to 30827 (the years that the device's time structure allows) and a real time of day.
 bool isValid(const LocalTime& time);

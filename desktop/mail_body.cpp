@@ -5,9 +5,9 @@
 #include "desktop/attachment_list.h"
 #include "desktop/charset.h"
 #include "desktop/html_text.h"
-#include "desktop/icalendar_refused.h"
-#include "desktop/icalendar_text.h"
 #include "desktop/input_error.h"
+#include "desktop/item_refused.h"
+#include "desktop/item_text.h"
 #include "desktop/text.h"
 
 namespace desktop {

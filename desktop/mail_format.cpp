@@ -1,6 +1,6 @@
 // The formats of files that mails are kept in: one a file, mailboxes, and the files of a Maildir.
 #include "desktop/file_format.h"
-#include "desktop/icalendar_refused.h"
+#include "desktop/item_refused.h"
 #include "desktop/mail_read.h"
 #include "desktop/maildir_name.h"
 #include "desktop/mbox.h"

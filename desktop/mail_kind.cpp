@@ -3,8 +3,8 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "desktop/icalendar_text.h"
 #include "desktop/item_kind.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 #include "desktop/mail_folder.h"
 #include "desktop/mail_read.h"

@@ -5,8 +5,8 @@
 #include <strings.h>
 #include <utility>
 
-#include "desktop/icalendar_refused.h"
-#include "desktop/icalendar_text.h"
+#include "desktop/item_refused.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 #include "desktop/mail_body.h"
 #include "desktop/mail_folder.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <strings.h>
 
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 #include "desktop/mime_library.h"
 #include "desktop/text.h"
 

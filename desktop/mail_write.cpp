@@ -1,6 +1,6 @@
 #include "desktop/mail_write.h"
 
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 #include "desktop/local_time.h"
 #include "desktop/mail_folder.h"
 #include "desktop/mail_read.h"

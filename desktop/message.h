@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "desktop/appointment.h"
 #include "desktop/attached_file.h"
+#include "desktop/local_time.h"
 
 namespace desktop {
 

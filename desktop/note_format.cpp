@@ -2,8 +2,8 @@
 #include <filesystem>
 
 #include "desktop/file_format.h"
-#include "desktop/icalendar_text.h"
 #include "desktop/input_error.h"
+#include "desktop/item_text.h"
 #include "desktop/pulled_files.h"
 #include "desktop/text.h"
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "desktop/icalendar_text.h"
 #include "desktop/item_kind.h"
+#include "desktop/item_text.h"
 #include "desktop/note_fields.h"
 #include "desktop/note_record.h"
 #include "desktop/record_json.h"

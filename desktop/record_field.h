@@ -10,7 +10,7 @@
 #include <utility>
 #include <variant>
 
-#include "desktop/appointment.h"
+#include "desktop/local_time.h"
 #include "desktop/overloaded.h"
 #include "desktop/wire.h"
 

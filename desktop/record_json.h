@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "desktop/appointment.h"
 #include "desktop/record_field.h"
 
 namespace desktop {

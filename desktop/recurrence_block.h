@@ -17,6 +17,7 @@
 // What the type or the end doesn't use is sent as 0, and is left-over bytes when the device sends it.
 #pragma once
 
+#include "desktop/appointment.h"
 #include "desktop/wire.h"
 
 namespace desktop {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "desktop/icalendar_refused.h"
 #include "desktop/input_error.h"
+#include "desktop/item_refused.h"
 #include "desktop/vcard_line.h"
 
 namespace desktop {

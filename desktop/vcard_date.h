@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "desktop/appointment.h"
+#include "desktop/local_time.h"
 #include "desktop/vcard_version.h"
 
 namespace desktop {

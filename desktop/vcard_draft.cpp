@@ -4,7 +4,7 @@
 #include <array>
 #include <iterator>
 
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 #include "desktop/text.h"
 
 namespace desktop {

@@ -5,8 +5,8 @@
 #include <libebook-contacts/libebook-contacts.h>
 #include <memory>
 
-#include "desktop/icalendar_refused.h"
 #include "desktop/input_error.h"
+#include "desktop/item_refused.h"
 #include "desktop/text.h"
 
 namespace desktop {

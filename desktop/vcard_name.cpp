@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "desktop/icalendar_refused.h"
+#include "desktop/item_refused.h"
 #include "desktop/text.h"
 
 namespace desktop {

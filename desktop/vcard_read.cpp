@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "desktop/icalendar_refused.h"
+#include "desktop/item_refused.h"
 #include "desktop/text.h"
 #include "desktop/vcard.h"
 #include "desktop/vcard_address.h"

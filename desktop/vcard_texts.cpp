@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 #include "desktop/text.h"
 
 namespace desktop {

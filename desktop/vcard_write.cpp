@@ -1,5 +1,5 @@
 // Writing cards.
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 #include "desktop/text.h"
 #include "desktop/vcard.h"
 #include "desktop/vcard_address.h"

@@ -44,7 +44,7 @@
 #include <string_view>
 #include <vector>
 
-#include "desktop/appointment.h"
+#include "desktop/local_time.h"
 
 namespace desktop {
 

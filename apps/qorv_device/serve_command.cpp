@@ -8,12 +8,14 @@
 #include <unistd.h>
 
 #include "apps/qorv_device/call_log_place.h"
+#include "apps/qorv_device/one_line.h"
 #include "emulator/arm/arm_agent.h"
 #include "emulator/seam/current_device.h"
 #include "emulator/seam/libraries.h"
 #include "emulator/session/agent_module.h"
 #include "emulator/session/listener.h"
 #include "emulator/session/session.h"
+#include "emulator/session/session_error.h"
 #include "emulator/session/stop_signals.h"
 
 namespace qorv_device {
@@ -65,17 +67,18 @@ std::unique_ptr<emulator::Agent> loadAgent(const std::filesystem::path& file,
   return std::make_unique<emulator::arm::ArmAgent>(*space, file, module);
 }
 
-/// Serves sessions with one device and one loaded agent.
+/// Serves sessions with one device and one loaded agent, or the one that takes the place of a broken one.
 class Server {
  public:
   Server(const Options& options, std::vector<emulator::FaultRule> rules)
-      : space_(spaceFor(agentFile(options))),
+      : agentFile_(agentFile(options)),
+        space_(spaceFor(agentFile_)),
         device_(options.device, deviceOptions(options, space_.get())),
         current_(device_),
         calls_(options.calls),
         rules_(std::move(rules)) {
     emulator::provideLibraries(device_);
-    agent_ = loadAgent(agentFile(options), space_.get());
+    agent_ = loadAgent(agentFile_, space_.get());
   }
 
   /// Opens the call log, when there is to be one: the last thing that can keep sessions from being served.
@@ -101,7 +104,20 @@ class Server {
     return failed_ ? kSessionFailed : kSuccess;
   }
 
+  /// As `serve`, and loads the agent anew when it breaks, so that the next session can be served.
+  void serveAndGoOn(const emulator::Peer& peer) {
+    try {
+      serve(peer);
+    } catch (const emulator::AgentBroken& broken) {
+      std::cerr << oneLine(broken.what()) << '\n';
+      failed_ = true;
+      agent_.reset();
+      agent_ = loadAgent(agentFile_, space_.get());
+    }
+  }
+
  private:
+  std::filesystem::path agentFile_;
   std::unique_ptr<emulator::arm::GuestSpace> space_;
   emulator::Device device_;
   emulator::CurrentDevice current_;  ///< the agent may call the platform while it is attached and detached
@@ -117,7 +133,7 @@ void serveListener(Server& server, const emulator::Listener& listener, std::uint
   for (; sessions > 0; --sessions) {
     const auto desktop = listener.accept(stop);
     if (!desktop) return;
-    server.serve(emulator::Peer(desktop->get(), desktop->get(), stop));
+    server.serveAndGoOn(emulator::Peer(desktop->get(), desktop->get(), stop));
   }
 }
 

@@ -147,7 +147,7 @@ HRESULT ArmAgent::serve(IRAPIStream* stream) try {
   return static_cast<HRESULT>(result);
 } catch (const GuestFault& fault) {
   broken_ = true;
-  throw SessionError(file_.string() + ": " + fault.what());
+  throw AgentBroken(file_.string() + ": " + fault.what());
 }
 
 bool ArmAgent::isDeviceLibrary(const std::filesystem::path& file) {

@@ -13,7 +13,7 @@ class Agent {
   Agent& operator=(const Agent&) = delete;
   virtual ~Agent() = default;
 
-  /// One session, which lasts as long as the call. The result is the agent's own. Throws SessionError when
+  /// One session, which lasts as long as the call. The result is the agent's own. Throws AgentBroken when
   /// the agent can't go on; it must not be invoked again then.
   virtual HRESULT serve(IRAPIStream* stream) = 0;
 };

@@ -10,7 +10,7 @@ namespace emulator {
 
 /// Invokes the agent once. Its calls are observed when there is a monitor. Returns what the agent returned;
 /// what it did for a request that it left without a reply is undone. Throws SessionError when the device's
-/// file failed, which leaves what was not committed undone.
+/// file failed, which leaves what was not committed undone, and AgentBroken.
 HRESULT runSession(Agent& agent, Device& device, CallMonitor* monitor, const Peer& peer);
 
 }  // namespace emulator

@@ -11,4 +11,10 @@ class SessionError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// The agent itself can't go on; what it did not answer is undone. Another one can be loaded in its place.
+class AgentBroken : public SessionError {
+ public:
+  using SessionError::SessionError;
+};
+
 }  // namespace emulator

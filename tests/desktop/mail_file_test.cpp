@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 
-#include "desktop/icalendar_refused.h"
+#include "desktop/item_refused.h"
 #include "desktop/mail_read.h"
 #include "desktop/mail_write.h"
 #include "desktop/text.h"

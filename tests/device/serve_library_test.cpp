@@ -1,7 +1,10 @@
 // qorv-device with libraries that break: one line says what happened, and the program's status tells of it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
+#include "emulator/session/descriptor.h"
 #include "tests/apps/serve_process.h"
 #include "tests/device/tiny_library.h"
 #include "tests/emulator/temporary_folder.h"
@@ -63,6 +66,27 @@ TEST_F(ServeLibrary, saysSoWithACallLogToo) {
   const TinyLibrary null{.session = {kTakeSlots, 0xE3A00000, 0xE3A01000, kCallFirstImport},
                          .imports = {"CompareFileTime"}};
   expectRefusal(write(null.bytes()), "CompareFileTime: ", {"--calls", calls});
+}
+
+/// A desktop that says nothing; false when nobody listens there.
+bool visit(const std::string& path) {
+  const emulator::Descriptor desktop(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  sockaddr_un target{};
+  target.sun_family = AF_UNIX;
+  path.copy(target.sun_path, sizeof target.sun_path - 1);
+  return connect(desktop.get(), reinterpret_cast<const sockaddr*>(&target), sizeof target) == 0;
+}
+
+TEST_F(ServeLibrary, servesTheNextDesktopAfterALibraryWentWild) {
+  const std::string path = files_.file("socket");
+  serve_test::Process process({QORV_DEVICE, "serve", device_, "--listen", "unix:" + path, "--sessions", "2",
+                               "--agent", write(kWild.bytes())});
+  EXPECT_EQ(process.errorLine(), "listening on unix:" + path);
+  for (int session = 0; session < 2; ++session) {
+    EXPECT_TRUE(visit(path));
+    EXPECT_THAT(process.errorLine(), HasSubstr("the processor can't go on: "));
+  }
+  EXPECT_EQ(process.wait().status, 1);
 }
 
 TEST_F(ServeLibrary, refusesAFileThatIsNoLibrary) {

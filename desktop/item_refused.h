@@ -1,4 +1,4 @@
-// Why an item of a calendar file can't be taken: thrown while it is read, caught before the next one.
+// Why an item of a file can't be taken: thrown while it is read, caught before the next one.
 #pragma once
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "desktop/icalendar_text.h"
+#include "desktop/item_text.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-// What calendar files and the device write differently within texts: line ends, control characters, lengths.
+// What files and the device write differently within texts: line ends, control characters, lengths.
 #pragma once
 
 #include <string>
