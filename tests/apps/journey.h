@@ -24,8 +24,8 @@ class Journey : public testing::Test {
 
   /// Runs a shell command in the test's folder; its exit status. What it prints is kept.
   int run(const std::string& command) {
-    const int status =
-        std::system(("cd '" + folder_.file("") + "' && " + command + " > out 2> err < /dev/null").c_str());
+    const int status = std::system(
+        ("cd '" + folder_.file("") + "' && { " + command + "\n} > out 2> err < /dev/null").c_str());
     out_ = read(folder_.file("out"));
     err_ = read(folder_.file("err"));
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
