@@ -2,32 +2,25 @@
 
 #include <algorithm>
 
+#include "desktop/item_text.h"
+#include "desktop/text.h"
+
 namespace desktop {
 
 namespace {
 
-// How the agent has its temporary files named.
-constexpr std::u16string_view kPrefix = u"QRV";
-constexpr std::u16string_view kExtension = u".TMP";
-
-char16_t upperCase(char16_t letter) {
-  return letter >= u'a' && letter <= u'z' ? static_cast<char16_t>(letter - u'a' + u'A') : letter;
-}
-
-bool equalsInAnyCase(std::u16string_view left, std::u16string_view upper) {
-  return std::equal(left.begin(), left.end(), upper.begin(), upper.end(),
-                    [](char16_t a, char16_t b) { return upperCase(a) == b; });
-}
+// How the agent has its temporary files named, in lower case.
+constexpr std::u16string_view kPrefix = u"qrv";
+constexpr std::u16string_view kExtension = u".tmp";
 
 std::u16string_view folderOf(std::u16string_view path) {
   return path.substr(0, path.rfind(u'\\') + 1);
 }
 
 bool isTemporaryFile(std::u16string_view path) {
-  const std::u16string_view name = path.substr(folderOf(path).size());
-  return name.size() > kPrefix.size() + kExtension.size() &&
-         equalsInAnyCase(name.substr(0, kPrefix.size()), kPrefix) &&
-         equalsInAnyCase(name.substr(name.size() - kExtension.size()), kExtension);
+  const std::u16string name = foldCase(std::u16string(path.substr(folderOf(path).size())));
+  return name.size() > kPrefix.size() + kExtension.size() && name.starts_with(kPrefix) &&
+         name.ends_with(kExtension);
 }
 
 std::u16string_view takeLine(std::u16string_view& rest) {
@@ -37,8 +30,7 @@ std::u16string_view takeLine(std::u16string_view& rest) {
 }
 
 std::u16string number(std::size_t value) {
-  const std::string digits = std::to_string(value);
-  return {digits.begin(), digits.end()};
+  return toUtf16(std::to_string(value));
 }
 
 }  // namespace

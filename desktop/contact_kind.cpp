@@ -26,9 +26,6 @@ Item read(WireReader& record, std::uint32_t oid) {
   return readContact(record, oid);
 }
 
-/// A contact is sent as it is; what came of it is read back.
-void adapt(Item&, std::vector<std::string>&) {}
-
 std::vector<Bytes> write(const Item& item, bool isThere) {
   return contactRecords(contactIn(item), isThere);
 }
@@ -81,7 +78,6 @@ const ItemKind kContactKind{
     .columns = kColumns,
     .layouts = kLayouts,
     .read = read,
-    .adapt = adapt,
     .write = write,
     .compare = compare,
     .fileText = fileText,

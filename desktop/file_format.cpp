@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "desktop/text.h"
+
 namespace desktop {
 
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr std::array kFormats{&kCalendarFormat, &kVcardFormat,   &kMailFormat,
                               &kMboxFormat,     &kMaildirFormat, &kNoteFormat};
@@ -22,7 +22,7 @@ std::string lowerCase(std::string text) {
 }
 
 bool beginsWith(std::string_view text, std::string_view beginning) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = withoutByteOrderMark(text);
   text.remove_prefix(std::min(text.find_first_not_of("\r\n"), text.size()));
   return lowerCase(std::string(text.substr(0, beginning.size()))) == lowerCase(std::string(beginning));
 }

@@ -5,11 +5,10 @@
 #include <utility>
 
 #include "desktop/input_error.h"
+#include "desktop/text.h"
 
 namespace desktop {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Components that only stand directly in a calendar: where one begins within another, an END is missing.
 constexpr std::array<std::string_view, 5> kItemKinds = {"VEVENT", "VTODO", "VJOURNAL", "VFREEBUSY",
@@ -130,7 +129,7 @@ std::vector<CalendarBlock> splitCalendar(std::string_view text, const std::strin
   // A NUL would end the text early for the parser. No calendar program writes one, but UTF-16 is full of
   // them.
   if (text.find('\0') != std::string_view::npos) throw InputError(fileName + ": not an iCalendar file");
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = withoutByteOrderMark(text);
   Splitter splitter(fileName);
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());

@@ -54,8 +54,9 @@ struct ItemKind {
   bool (*isMissing)(const Item& item) = nullptr;
   /// The title that stands in the beginning of a record; for kinds that are known by it.
   std::u16string (*titleInPart)(WireReader record) = nullptr;
-  /// Makes the item one that the device can hold, and notes what that changes.
-  void (*adapt)(Item& item, std::vector<std::string>& notes);
+  /// Makes the item one that the device can hold, and notes what that changes. Null for kinds that are sent
+  /// as they are.
+  void (*adapt)(Item& item, std::vector<std::string>& notes) = nullptr;
   /// The records, at least one, that make the device's item the given one when they are written one after
   /// another. `isThere` tells that the device has the item, so that something of it may have to go.
   std::vector<Bytes> (*write)(const Item& item, bool isThere);

@@ -29,7 +29,7 @@ class Puller {
     try {
       const std::string text = kind_.fileText(item, uid, style_);
       outcome.failure = whyKept(outcome.file, text, uid);
-      if (outcome.failure.empty()) outcome.failure = whyBetter(files_->current(outcome.file), text, notes);
+      if (outcome.failure.empty()) outcome.failure = whyPoorer(files_->current(outcome.file), text, notes);
       if (!outcome.failure.empty()) return outcome;
       outcome.written = writeTextFile(outcome.file, text);
       files_->keep(outcome.file);
@@ -57,16 +57,17 @@ class Puller {
     return file.string() + ": not this " + kind_.singular + "'s file, left as it is";
   }
 
-  /// Why the item's file must stay although it is the item's: the device gave less than there is in it.
-  std::string whyBetter(const std::filesystem::path& file, const std::string& text,
-                        const std::vector<std::string>& notes) const {
+  /// Why the item's own file must stay: what the device gave lacks something that the file has.
+  static std::string whyPoorer(const std::filesystem::path& file, const std::string& text,
+                               const std::vector<std::string>& notes) {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error) || readTextFile(file) == text) return {};
-    if (!notes.empty()) return notes.front() + ": " + file.string() + " is left as it is";
-    // The device sends such a thing also when it can't read what it has.
-    const bool isEmptied = text.empty() && !readTextFile(file).empty();
-    return isEmptied ? "the device has it empty, or can't read it: " + file.string() + " is left as it is"
-                     : "";
+    if (!std::filesystem::is_regular_file(file, error)) return {};
+    const std::string there = readTextFile(file);
+    const std::string stays = ": " + file.string() + " is left as it is";
+    if (there == text) return {};
+    if (!notes.empty()) return notes.front() + stays;
+    // The device sends an empty text also when it can't read what it has.
+    return text.empty() ? "the device has it empty, or can't read it" + stays : std::string();
   }
 
   const ItemKind& kind_;

@@ -7,6 +7,7 @@
 #include "desktop/device_error.h"
 #include "desktop/device_info.h"
 #include "desktop/item_reader.h"
+#include "desktop/item_text.h"
 #include "desktop/item_writer.h"
 #include "desktop/kind_reader.h"
 #include "desktop/known_items.h"
@@ -54,15 +55,15 @@ class Pusher {
     Pending pending{&item, item.item, {}};
     PushOutcome& outcome = pending.outcome;
     outcome.notes = item.notes;
-    outcome.oid = known_.find(item.uid, pending.sent);
-    const bool hasTitle = outcome.oid != 0 && kind_.identity == ItemIdentity::ByTitle;
-    if (!hasTitle) {
-      kind_.adapt(pending.sent, outcome.notes);
+    const bool isByTitle = kind_.identity == ItemIdentity::ByTitle;
+    // A title that the device has must stay as it is, also one that it wouldn't take of a new item.
+    if (isByTitle) outcome.oid = known_.find(item.uid, pending.sent);
+    if (outcome.oid == 0) {
+      if (kind_.adapt != nullptr) kind_.adapt(pending.sent, outcome.notes);
       outcome.oid = known_.find(item.uid, pending.sent);
     }
     outcome.changed = outcome.oid != 0;
-    if (kind_.identity == ItemIdentity::ByTitle &&
-        !titles_.insert(foldCase(kind_.title(pending.sent))).second) {
+    if (isByTitle && !titles_.insert(foldCase(kind_.title(pending.sent))).second) {
       outcome.failure = "another file has the same name on the device";
       outcome.oid = 0;
     }

@@ -68,4 +68,11 @@ std::u16string_view cutTo(std::u16string_view text, std::size_t limit) {
   return text.substr(0, limit);
 }
 
+std::u16string foldCase(std::u16string text) {
+  std::ranges::transform(text, text.begin(), [](char16_t letter) {
+    return letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter - u'A' + u'a') : letter;
+  });
+  return text;
+}
+
 }  // namespace desktop

@@ -24,4 +24,7 @@ std::u16string tidyList(std::u16string_view list);
 /// The first `limit` units at most, never half a surrogate pair.
 std::u16string_view cutTo(std::u16string_view text, std::size_t limit);
 
+/// In lower case, as far as ASCII goes.
+std::u16string foldCase(std::u16string text);
+
 }  // namespace desktop

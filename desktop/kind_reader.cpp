@@ -7,6 +7,7 @@
 #include "desktop/device_info.h"
 #include "desktop/file_transfer.h"
 #include "desktop/item_reader.h"
+#include "desktop/record_field.h"
 #include "desktop/temporary_files.h"
 #include "desktop/text.h"
 
@@ -24,9 +25,8 @@ struct Read {
 /// In place of an item of a type that the device doesn't look up first, when it isn't there, the device sends a
 /// header without fields.
 bool takePlaceholder(WireReader& record) {
-  constexpr std::size_t kCountOffset = 6;
   WireReader ahead = record;
-  ahead.raw(kCountOffset);
+  ahead.raw(kRecordHeaderSize - 1);
   if (ahead.byte() != 0) return false;
   record = ahead;
   return true;

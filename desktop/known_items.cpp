@@ -1,8 +1,7 @@
 #include "desktop/known_items.h"
 
-#include <algorithm>
-
 #include "desktop/item_reader.h"
+#include "desktop/item_text.h"
 #include "desktop/item_uid.h"
 #include "desktop/kind_reader.h"
 
@@ -46,13 +45,6 @@ std::uint32_t KnownItems::findTitle(const std::u16string& title) const {
   if (const auto titled = titles_.find(title); titled != titles_.end()) return titled->second;
   const auto alike = folded_.find(foldCase(title));
   return alike == folded_.end() ? 0 : alike->second;
-}
-
-std::u16string foldCase(std::u16string title) {
-  std::ranges::transform(title, title.begin(), [](char16_t letter) {
-    return letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter - u'A' + u'a') : letter;
-  });
-  return title;
 }
 
 }  // namespace desktop

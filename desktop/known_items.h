@@ -35,7 +35,4 @@ class KnownItems {
   std::map<std::u16string, std::uint32_t> folded_;  ///< the same in lower case
 };
 
-/// In lower case, as far as ASCII goes.
-std::u16string foldCase(std::u16string title);
-
 }  // namespace desktop

@@ -33,9 +33,6 @@ Item read(WireReader& record, std::uint32_t oid) {
   return readMessage(record, oid);
 }
 
-/// A mail is sent as it is; what came of it is read back.
-void adapt(Item&, std::vector<std::string>&) {}
-
 std::vector<Bytes> write(const Item& item, bool isThere) {
   return messageRecords(messageIn(item), isThere);
 }
@@ -124,7 +121,6 @@ const ItemKind kMailKind{
     .files = &kFiles,
     .sparesEqual = true,
     .read = read,
-    .adapt = adapt,
     .write = write,
     .compare = compare,
     .fileText = fileText,

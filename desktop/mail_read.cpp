@@ -79,18 +79,22 @@ bool hasNames(const std::vector<MimeAddress>& addresses) {
   });
 }
 
+/// Whether a header means addresses that the list doesn't have.
+bool isLost(const MimeHeader* header, const std::vector<MimeAddress>& addresses, const std::u16string& list) {
+  if (list.empty()) return header != nullptr && !isHint(header->value);
+  return std::cmp_less(std::ranges::count(list, u';') + 1, addresses.size());
+}
+
 void takeAddresses(const MimeMessage& mail, MailText& read) {
   bool isNamed = false;
   for (const AddressHeader& header : kAddressHeaders) {
     const std::vector<MimeAddress>& addresses = mail.*header.addresses;
-    read.message.*header.list = listOfAddresses(addresses);
+    std::u16string& list = read.message.*header.list;
+    list = listOfAddresses(addresses);
     isNamed = isNamed || hasNames(addresses);
-    const MimeHeader* written = find(mail, header.name);
-    const auto listed = std::ranges::count(read.message.*header.list, u';') + 1;
-    const bool isLost = (read.message.*header.list).empty() ? written != nullptr && !isHint(written->value)
-                                                            : std::cmp_less(listed, addresses.size());
-    if (isLost)
+    if (isLost(find(mail, header.name), addresses, list)) {
       read.notes.push_back(std::string("its ") + header.name + " has what is no address for the device");
+    }
   }
   if (isNamed) read.notes.emplace_back("the names beside its addresses are left out");
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 
 #include "desktop/input_error.h"
@@ -86,10 +85,7 @@ class Maildir final : public PulledFiles {
     // Some programs write the file's size behind the base.
     const std::string base = parseMaildirName(file).base;
     const std::string name = base.substr(0, base.find(','));
-    std::uint32_t oid = 0;
-    const std::size_t number = std::min(name.find('-') + 1, name.size());
-    std::from_chars(name.data() + number, name.data() + name.size(), oid);
-    if (name == itemUid(kind_, identity_, oid)) return name;
+    if (oidOfUid(kind_, identity_, name)) return name;
     try {
       return parseMime(readTextFile(file)).id;
     } catch (const InputError&) {

@@ -14,6 +14,8 @@ namespace desktop {
 using MessageField = RecordField<Message>;
 
 inline constexpr std::uint32_t kToTag = 2;
+inline constexpr std::uint32_t kCcTag = 3;
+inline constexpr std::uint32_t kBccTag = 4;
 inline constexpr std::uint32_t kAttachmentsTag = 8;
 /// The folder's number and kMessageIsRead.
 inline constexpr std::uint32_t kMessageFlagsTag = 11;
@@ -22,7 +24,7 @@ inline constexpr std::uint32_t kMessageIsRead = 0x00100000;
 /// All but the attachments and the flags. Those that the device takes come first.
 inline constexpr std::array kMessageFields{
     MessageField{1, "from", &Message::sender},     MessageField{kToTag, "to", &Message::to},
-    MessageField{3, "cc", &Message::cc},           MessageField{4, "bcc", &Message::bcc},
+    MessageField{kCcTag, "cc", &Message::cc},      MessageField{kBccTag, "bcc", &Message::bcc},
     MessageField{5, "subject", &Message::subject}, MessageField{6, "date", &Message::delivered},
     MessageField{7, "body", &Message::body},       MessageField{14, "has place", &Message::hasPlace},
     MessageField{15, "place", &Message::place},    MessageField{16, "start", &Message::start},

@@ -5,6 +5,7 @@
 #include "desktop/attachment_list.h"
 #include "desktop/device_error.h"
 #include "desktop/local_time.h"
+#include "desktop/mail_folder.h"
 #include "desktop/message_fields.h"
 
 namespace desktop {
@@ -14,15 +15,12 @@ namespace {
 constexpr std::string_view kSingular = "message";
 constexpr std::uint32_t kUnused = 0;
 
-constexpr std::array kFolders{MailFolder::SentItems, MailFolder::Outbox, MailFolder::Inbox,
-                              MailFolder::Drafts};
-
 void takeFlags(std::uint32_t flags, Message& message) {
   const std::uint32_t code = flags & ~kMessageIsRead;
-  const auto* const folder = std::find_if(kFolders.begin(), kFolders.end(), [&](MailFolder known) {
-    return static_cast<std::uint32_t>(known) == code;
+  const auto* const known = std::ranges::find_if(kMailFolders, [&](const MailFolderName& folder) {
+    return static_cast<std::uint32_t>(folder.folder) == code;
   });
-  message.folder = folder == kFolders.end() ? MailFolder::None : *folder;
+  message.folder = known == kMailFolders.end() ? MailFolder::None : known->folder;
   message.isRead = (flags & kMessageIsRead) != 0;
 }
 
@@ -47,7 +45,7 @@ bool isEmpty(const MessageField& field, const Message& message) {
 }
 
 bool isRecipients(const MessageField& field) {
-  return field.tag >= kToTag && field.tag < kToTag + 3;
+  return field.tag == kToTag || field.tag == kCcTag || field.tag == kBccTag;
 }
 
 bool isSent(const MessageField& field, const Message& message, bool isThere) {
@@ -93,8 +91,7 @@ Message readMessage(WireReader& reader, std::uint32_t oid) {
 std::vector<AttachedFile> readAttachments(WireReader record) {
   Message message;
   try {
-    constexpr std::size_t kHeaderSize = 7;
-    record.raw(kHeaderSize);
+    record.raw(kRecordHeaderSize);
     while (message.attachments.empty()) {
       const std::uint32_t tag = record.number();
       const auto* const field = std::find_if(kMessageFields.begin(), kMessageFields.end(),

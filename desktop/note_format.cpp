@@ -11,10 +11,8 @@ namespace desktop {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 std::u16string contentOf(std::string_view text) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = withoutByteOrderMark(text);
   if (text.find('\0') != std::string_view::npos)
     throw InputError("has a NUL, where a text ends on the device");
   return withDeviceLineEnds(toUtf16(text));

@@ -18,9 +18,8 @@ Note readNote(WireReader& reader, std::uint32_t oid) {
 }
 
 std::u16string readNoteName(WireReader record) {
-  constexpr std::size_t kHeaderSize = 7;
   try {
-    record.raw(kHeaderSize);
+    record.raw(kRecordHeaderSize);
     return record.number() == kNoteFields.front().tag ? record.text() : std::u16string();
   } catch (const ProtocolError&) {
     return {};  // it ends before

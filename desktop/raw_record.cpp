@@ -107,8 +107,7 @@ class RecordTaker {
 /// header without result, number and fields.
 bool isRefusal(BytesView answer) {
   constexpr std::size_t kRefusalSize = 2;
-  constexpr std::size_t kHeaderSize = 7;
-  return answer.size() == kRefusalSize || (answer.size() == kHeaderSize && answer.front() == 0);
+  return answer.size() == kRefusalSize || (answer.size() == kRecordHeaderSize && answer.front() == 0);
 }
 
 }  // namespace

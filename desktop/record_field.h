@@ -16,6 +16,9 @@
 
 namespace desktop {
 
+/// In front of the fields: result, status, OID, number of fields.
+constexpr std::size_t kRecordHeaderSize = 7;
+
 /// A field of records that are held as a Value.
 template <typename Value>
 struct RecordField {

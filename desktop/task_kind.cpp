@@ -27,9 +27,6 @@ Item read(WireReader& record, std::uint32_t oid) {
   return readTask(record, oid);
 }
 
-/// A task is sent as it is; what came of it is read back.
-void adapt(Item&, std::vector<std::string>&) {}
-
 std::vector<Bytes> write(const Item& item, bool isThere) {
   return taskRecords(taskIn(item), isThere);
 }
@@ -80,7 +77,6 @@ const ItemKind kTaskKind{
     .columns = kColumns,
     .layouts = kLayouts,
     .read = read,
-    .adapt = adapt,
     .write = write,
     .compare = compare,
     .fileText = fileText,

@@ -22,8 +22,7 @@ constexpr std::array<std::u16string_view, 2> kFolders{u"\\Temp\\", u"\\"};
 constexpr unsigned kMostNumbers = 10'000;
 
 std::u16string fileName(unsigned number) {
-  const std::string digits = std::to_string(number);
-  return u"qorv" + std::u16string(digits.begin(), digits.end()) + u".tmp";
+  return toUtf16("qorv" + std::to_string(number) + ".tmp");
 }
 
 /// The device's error: no error when there is such a file.

@@ -135,6 +135,11 @@ std::u16string toUtf16(std::string_view text) {
   return out;
 }
 
+std::string_view withoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
+}
+
 std::string onOneLine(std::string_view utf8) {
   std::string line(utf8);
   for (char& byte : line) {

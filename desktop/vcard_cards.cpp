@@ -6,13 +6,12 @@
 
 #include "desktop/input_error.h"
 #include "desktop/item_refused.h"
+#include "desktop/text.h"
 #include "desktop/vcard_line.h"
 
 namespace desktop {
 
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 struct Line {
   int number;
@@ -155,7 +154,7 @@ class Splitter {
 }  // namespace
 
 std::vector<VcardText> splitVcards(std::string_view text, const std::string& fileName) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = withoutByteOrderMark(text);
   Splitter splitter;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());

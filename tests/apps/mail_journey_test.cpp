@@ -212,7 +212,7 @@ TEST_F(MailJourney, aLargeAttachmentTravelsInPieces) {
   const std::string oid = std::to_string(listed["mail"][0]["oid"].get<unsigned>());
   EXPECT_EQ(listed["mail"][0]["attachments"], Json({"a.bin"}));
   pull();
-  // 57 bytes make a line of 76 letters.
+  // Base64 has four letters for three bytes, and line ends.
   const std::string file = read(folder_.file("pulled/mail/new/message-" + oid + "@PDA"));
   EXPECT_GT(file.size(), data.size() / 3 * 4);
   write("b.eml", file);
